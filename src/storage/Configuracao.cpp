@@ -1,0 +1,139 @@
+#include "storage/Configuracao.h"
+
+#include "storage/ErroExecucao.h"
+#include "storage/Pastas.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+#include <QStringEncoder>
+
+#include <algorithm>
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr const char* kAnsi = "windows-1252";
+// Each stored byte is the plain one shifted by this much plus its position (from 1).
+constexpr int kDeslocamento = 79;
+
+[[noreturn]] void ArgumentoInvalido(const QString& detalhe) {
+    throw ErroExecucao(ErroArgumentoInvalido,
+                       u"Chamada de procedimento ou argumento inválido: "_s + detalhe);
+}
+
+QByteArray LeArquivo(const QString& caminho) {
+    QFile arquivo(caminho);
+    if (!arquivo.open(QIODevice::ReadOnly)) {
+        const QString nome = QDir::toNativeSeparators(caminho);
+        if (!QFileInfo::exists(caminho))
+            throw ErroExecucao(ErroArquivoNaoEncontrado, u"Arquivo não encontrado: "_s + nome);
+        throw ErroExecucao(ErroAcessoCaminho, u"Erro de acesso ao caminho/arquivo: %1 (%2)"_s.arg(
+                                                  nome, arquivo.errorString()));
+    }
+    return arquivo.readAll();
+}
+
+// Where the line that starts at `inicio` ends: at its CR or LF, or at the end of the data.
+qsizetype FimDaLinha(QByteArrayView dados, qsizetype inicio) {
+    const auto fim = std::find_if(dados.begin() + inicio, dados.end(),
+                                  [](char c) { return c == '\r' || c == '\n'; });
+    return fim - dados.begin();
+}
+
+// Start of the next line, past the CR LF, CR or LF at `fim`.
+qsizetype InicioDaProxima(QByteArrayView dados, qsizetype fim) {
+    const bool crLf = fim + 1 < dados.size() && dados[fim] == '\r' && dados[fim + 1] == '\n';
+    return fim + (crLf ? 2 : 1);
+}
+
+QString Decifra(QByteArrayView linha, QStringDecoder& ansi) {
+    QByteArray claro(linha.size(), Qt::Uninitialized);
+    for (qsizetype i = 0; i < linha.size(); ++i) {
+        const qsizetype codigo = static_cast<uchar>(linha[i]) - kDeslocamento - (i + 1);
+        if (codigo < 0) ArgumentoInvalido(u"o caractere %1 da linha não se decifra"_s.arg(i + 1));
+        claro[i] = static_cast<char>(codigo);
+    }
+    return ansi(claro);
+}
+
+QString Ansi(QByteArrayView linha, QStringDecoder& ansi) {
+    return ansi(linha);
+}
+
+using Conversor = QString (*)(QByteArrayView linha, QStringDecoder& ansi);
+
+// The value of the first line that begins with `chave` (case-insensitively), taken after the
+// one character that follows the key; "" when no line begins with it.
+QString Procura(const QString& caminho, const QString& chave, Conversor converte) {
+    const QByteArray dados = LeArquivo(caminho);
+    QStringDecoder ansi(kAnsi);
+    const QString alvo = chave.toUpper();
+    const qsizetype n = alvo.size();
+    qsizetype inicio = 0;
+    for (int numero = 1; inicio < dados.size(); ++numero) {
+        const qsizetype fim = FimDaLinha(dados, inicio);
+        QString linha;
+        try {
+            linha = converte(QByteArrayView(dados).sliced(inicio, fim - inicio), ansi);
+        } catch (const ErroExecucao& erro) {
+            throw ErroExecucao(erro.numero(),
+                               u"%1 (%2, linha %3)"_s.arg(erro.descricao(),
+                                                          QDir::toNativeSeparators(caminho),
+                                                          QString::number(numero)));
+        }
+        if (linha.left(n).toUpper() == alvo) return Apara(linha.mid(n + 1));
+        inicio = InicioDaProxima(dados, fim);
+    }
+    return {};
+}
+
+} // namespace
+
+QString LerConfig(const QString& pastaPrograma, const QString& chave) {
+    return Procura(Caminho(pastaPrograma, u"Config.ini"_s), chave, Ansi);
+}
+
+QString LerEmpresa(const QString& pastaPrograma, const QString& chave) {
+    return Procura(Caminho(pastaPrograma, u"Empresa.Bin"_s), chave, Decifra);
+}
+
+QString DecifraLinha(const QByteArray& linha) {
+    QStringDecoder ansi(kAnsi);
+    return Decifra(linha, ansi);
+}
+
+QByteArray CifraLinha(const QString& texto) {
+    QStringEncoder ansi(kAnsi);
+    QByteArray bytes = ansi(texto);
+    if (ansi.hasError())
+        ArgumentoInvalido(u"\"%1\" tem caractere fora do Windows-1252"_s.arg(texto));
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        const qsizetype codigo = static_cast<uchar>(bytes[i]) + kDeslocamento + (i + 1);
+        if (codigo > 255)
+            ArgumentoInvalido(u"o caractere %1 de \"%2\" não cabe no registro"_s.arg(
+                QString::number(i + 1), texto));
+        bytes[i] = static_cast<char>(codigo);
+    }
+    return bytes;
+}
+
+QString Apara(const QString& texto) {
+    qsizetype inicio = 0;
+    qsizetype fim = texto.size();
+    while (inicio < fim && texto.at(inicio) == u' ')
+        ++inicio;
+    while (fim > inicio && texto.at(fim - 1) == u' ')
+        --fim;
+    return texto.sliced(inicio, fim - inicio);
+}
+
+bool Vazio(const QString& texto) {
+    return Apara(texto).isEmpty();
+}
+
+} // namespace nfce

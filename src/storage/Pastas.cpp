@@ -1,0 +1,84 @@
+#include "storage/Pastas.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStringList>
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString Junta(const QString& pasta, const QString& nome) {
+    if (pasta.isEmpty() || pasta.endsWith(u'/')) return pasta + nome;
+    return pasta + u'/' + nome;
+}
+
+// The entry `nome` of `pasta` as spelled on disk, or "" when the folder has no such entry.
+// The listing is read only when the exact name is missing.
+QString NomeNoDisco(const QString& pasta, const QString& nome) {
+    if (QFileInfo::exists(Junta(pasta, nome))) return nome;
+    const QStringList entradas = QDir(pasta).entryList(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QString& entrada : entradas)
+        if (entrada.compare(nome, Qt::CaseInsensitive) == 0) return entrada;
+    return {};
+}
+
+// A raw path resolved part by part below its root ("/", a drive "C:", or none when relative).
+QString Resolve(const QString& caminho) {
+    const QString normal = QString(caminho).replace(u'\\', u'/');
+    qsizetype raiz = 0;
+    if (normal.startsWith(u'/'))
+        raiz = 1;
+    else if (normal.size() >= 2 && normal.at(1) == u':')
+        raiz = 2;
+    return Caminho(normal.left(raiz), normal.mid(raiz));
+}
+
+} // namespace
+
+QString Caminho(const QString& raiz, const QString& relativo) {
+    QString caminho = raiz;
+    bool existe = true;
+    for (const QString& parte :
+         QString(relativo).replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts)) {
+        // Below a part that is not on disk nothing is, so no more listings are read.
+        const QString noDisco = existe ? NomeNoDisco(caminho, parte) : QString();
+        existe = !noDisco.isEmpty();
+        caminho = Junta(caminho, existe ? noDisco : parte);
+    }
+    return caminho;
+}
+
+bool ArquivoExiste(const QString& caminho) {
+    return QFileInfo(Resolve(caminho)).isFile();
+}
+
+bool PastaExiste(const QString& caminho) {
+    return QFileInfo(Resolve(caminho)).isDir();
+}
+
+void Alterar(const QString& pastaPrograma, const QString& cnpj, const QDate& hoje) {
+    const QString mes = hoje.toString(u"MMyyyy");
+    const QStringList pastas = {
+        u"LOG"_s,
+        u"LOG\\BK"_s,
+        u"PDV"_s,
+        u"XML"_s,
+        u"Contabil"_s,
+        cnpj,
+        cnpj + u"\\Envio"_s,
+        cnpj + u"\\Contabilidade"_s,
+        cnpj + u"\\RETORNO"_s,
+        cnpj + u"\\Contabilidade\\"_s + mes,
+        cnpj + u"\\Eventos"_s,
+        cnpj + u"\\Eventos\\"_s + mes,
+    };
+    const QDir dir;
+    for (const QString& pasta : pastas)
+        dir.mkdir(Caminho(pastaPrograma, pasta));
+}
+
+} // namespace nfce

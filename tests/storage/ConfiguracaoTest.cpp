@@ -1,0 +1,268 @@
+#include "storage/Configuracao.h"
+
+#include "apoio/PastaPrograma.h"
+#include "storage/ErroExecucao.h"
+
+#include <QDir>
+#include <QStringEncoder>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace nfce::teste {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+std::string T(const QString& texto) {
+    return texto.toStdString();
+}
+
+// Literal bytes, NULs included.
+template <qsizetype N> QByteArray B(const char (&bytes)[N]) {
+    return QByteArray(bytes, N - 1);
+}
+
+QByteArray Ansi(const QString& texto) {
+    QStringEncoder ansi("windows-1252");
+    return ansi(texto);
+}
+
+QByteArray Bytes(std::initializer_list<int> codigos) {
+    QByteArray bytes;
+    for (int codigo : codigos)
+        bytes.append(static_cast<char>(codigo));
+    return bytes;
+}
+
+// The error that `chamada` raises; number 0 when it raises none.
+ErroExecucao ErroDe(const std::function<void()>& chamada) {
+    try {
+        chamada();
+    } catch (const ErroExecucao& erro) {
+        return erro;
+    }
+    return ErroExecucao(0, {});
+}
+
+QByteArray TodosOsBytesMenosQuebras() {
+    QByteArray bytes;
+    for (int codigo = 0; codigo < 256; ++codigo)
+        if (codigo != '\r' && codigo != '\n') bytes.append(static_cast<char>(codigo));
+    return bytes;
+}
+
+struct CasoLeitura {
+    const char* nome;
+    QByteArray arquivo;
+    QString chave;
+    QString esperado;
+};
+
+TEST(LerConfig, LinhasDoArquivo) {
+    const std::vector<CasoLeitura> casos = {
+        // The value starts one character after the key, whatever the line's key was.
+        {"a chave casa com a linha de uma chave mais longa",
+         B("VENDASONLINESRV=NAO\r\nVENDASONLINE=SIM\r\n"), u"VENDASONLINE"_s, u"RV=NAO"_s},
+        {"SERVIDOR casa com SERVIDORBASE", B("SERVIDORBASE=remota\r\nSERVIDOR=local\r\n"),
+         u"SERVIDOR"_s, u"ASE=remota"_s},
+        {"uma linha mais curta não casa com a chave longa",
+         B("SERVIDOR=local\r\nSERVIDORBASE=remota\r\n"), u"SERVIDORBASE"_s, u"remota"_s},
+        {"linha em minúsculas", B("vendasonline=SIM\r\n"), u"VENDASONLINE"_s, u"SIM"_s},
+        {"chave em minúsculas, valor com a sua caixa", B("BASEDADOS=Loja\r\n"), u"basedados"_s,
+         u"Loja"_s},
+        {"branco antes do separador", B("TEMP = 3\r\n"), u"TEMP"_s, u"= 3"_s},
+        {"separador qualquer", B("TEMP:7\r\n"), u"TEMP"_s, u"7"_s},
+        {"a primeira linha vence", B("TEMP=1\r\nTEMP=2\r\n"), u"TEMP"_s, u"1"_s},
+        {"linha igual à chave", B("TEMP\r\nTEMP=9\r\n"), u"TEMP"_s, u""_s},
+        {"linha mais curta que a chave", B("TEM\r\nTEMP=4\r\n"), u"TEMP"_s, u"4"_s},
+        {"chave mais longa que as linhas", B("A=1\r\nB\r\n"), u"VENDASONLINESRV"_s, u""_s},
+        {"chave ausente", B("OUTRA=1\r\n"), u"TEMP"_s, u""_s},
+        {"arquivo vazio", B(""), u"TEMP"_s, u""_s},
+        {"só quebras de linha", B("\r\n\r\n\n\r"), u"TEMP"_s, u""_s},
+        {"linhas em branco antes", B("\r\n\r\n   \r\nTEMP=5\r\n"), u"TEMP"_s, u"5"_s},
+        {"brancos do valor", B("NOME=   Loja   Centro   \r\n"), u"NOME"_s, u"Loja   Centro"_s},
+        {"quebras LF", B("A=1\nTEMP=2\n"), u"TEMP"_s, u"2"_s},
+        {"quebras CR", B("A=1\rTEMP=2\r"), u"TEMP"_s, u"2"_s},
+        {"quebras misturadas, sem a última", B("A=1\r\n\rB=2\nTEMP=3"), u"TEMP"_s, u"3"_s},
+        {"o valor termina na quebra", B("TEMP=\r\n3\r\n"), u"TEMP"_s, u""_s},
+        {"truncado depois do separador", B("TEMP="), u"TEMP"_s, u""_s},
+        {"NUL antes da linha", B("\0\0\0\r\nX\0=1\r\nTEMP=2\r\n"), u"TEMP"_s, u"2"_s},
+        {"NUL dentro do valor", B("NOME=A\0B\r\n"), u"NOME"_s, QString(u"A\0B"_s)},
+        {"bytes binários antes", TodosOsBytesMenosQuebras() + "\r\nTEMP=8\r\n", u"TEMP"_s, u"8"_s},
+        {"aspas e barras", Ansi(u"NOME=\"D'ÁVILA | CIA\"\r\n"_s), u"NOME"_s,
+         u"\"D'ÁVILA | CIA\""_s},
+        {"acentos em Windows-1252", Ansi(u"CIDADE=SÃO JOSÉ\r\n"_s), u"CIDADE"_s, u"SÃO JOSÉ"_s},
+        {"chave acentuada sem caixa", Ansi(u"ação=1\r\n"_s), u"AÇÃO"_s, u"1"_s},
+        {"0x80 é o euro", B("MOEDA=\x80\r\n"), u"MOEDA"_s, u"€"_s},
+        {"linha de 100 000 caracteres antes", QByteArray(100000, 'A') + "\r\nTEMP=6\r\n", u"TEMP"_s,
+         u"6"_s},
+        {"valor de 100 000 caracteres", "TEMP=" + QByteArray(100000, 'x'), u"TEMP"_s,
+         QString(100000, u'x')},
+    };
+    PastaPrograma pasta;
+    for (const CasoLeitura& caso : casos) {
+        SCOPED_TRACE(caso.nome);
+        pasta.EscreveArquivo(u"Config.ini"_s, caso.arquivo);
+        EXPECT_EQ(T(LerConfig(pasta.caminho(), caso.chave)), T(caso.esperado));
+    }
+}
+
+TEST(LerConfig, LeOArquivoACadaChamada) {
+    PastaPrograma pasta;
+    pasta.EscreveConfig({u"TEMP=1"_s});
+    EXPECT_EQ(T(LerConfig(pasta.caminho(), u"TEMP"_s)), "1");
+    pasta.EscreveConfig({u"TEMP=2"_s});
+    EXPECT_EQ(T(LerConfig(pasta.caminho(), u"TEMP"_s)), "2");
+}
+
+TEST(LerConfig, AchaONomeEmOutraCaixa) {
+    PastaPrograma pasta;
+    pasta.EscreveArquivo(u"CONFIG.INI"_s, "TEMP=4\r\n");
+    EXPECT_EQ(T(LerConfig(pasta.caminho(), u"TEMP"_s)), "4");
+}
+
+TEST(Leitores, ArquivoAusenteEhErro53ComONome) {
+    PastaPrograma pasta;
+    const std::vector<std::pair<const char*, std::function<void()>>> leitores = {
+        {"Config.ini", [&] { LerConfig(pasta.caminho(), u"TEMP"_s); }},
+        {"Empresa.Bin", [&] { LerEmpresa(pasta.caminho(), u"CNPJ"_s); }},
+        {"Config.ini", [] { LerConfig(u"/nao/existe"_s, u"TEMP"_s); }},
+    };
+    for (const auto& [arquivo, leitura] : leitores) {
+        SCOPED_TRACE(arquivo);
+        const ErroExecucao erro = ErroDe(leitura);
+        EXPECT_EQ(erro.numero(), ErroArquivoNaoEncontrado);
+        EXPECT_TRUE(erro.descricao().startsWith(u"Arquivo não encontrado: "_s)) << erro.what();
+        EXPECT_TRUE(erro.descricao().endsWith(QDir::toNativeSeparators(u"/"_s) + arquivo))
+            << erro.what();
+    }
+}
+
+TEST(Leitores, PastaNoLugarDoArquivoEhErro75) {
+    PastaPrograma pasta;
+    ASSERT_TRUE(QDir(pasta.caminho()).mkdir(u"Config.ini"_s));
+    EXPECT_EQ(ErroDe([&] { LerConfig(pasta.caminho(), u"TEMP"_s); }).numero(), ErroAcessoCaminho);
+}
+
+TEST(LerEmpresa, LinhasDoRegistro) {
+    PastaPrograma pasta;
+    pasta.EscreveEmpresa({u"CNPJX=1"_s, u"CNPJ=18123456000190"_s, u""_s, u"nome=LOJA MODELO"_s,
+                          u"SERIE=7"_s, u"OBS=€ Š"_s});
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"CNPJ"_s)), "=1");
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"NOME"_s)), "LOJA MODELO");
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"SERIE"_s)), "7");
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"OBS"_s)), "€ Š");
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"UF"_s)), "");
+}
+
+TEST(LerEmpresa, QuebrasCrELfEArquivoVazio) {
+    PastaPrograma pasta;
+    pasta.EscreveArquivo(u"Empresa.Bin"_s,
+                         CifraLinha(u"A=1"_s) + "\r\r\n" + CifraLinha(u"SERIE=7"_s) + "\n");
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"SERIE"_s)), "7");
+    pasta.EscreveArquivo(u"Empresa.Bin"_s, {});
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"SERIE"_s)), "");
+}
+
+TEST(LerEmpresa, LeOArquivoACadaChamada) {
+    PastaPrograma pasta;
+    pasta.EscreveEmpresa({u"SERIE=1"_s});
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"SERIE"_s)), "1");
+    pasta.EscreveEmpresa({u"SERIE=2"_s});
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"SERIE"_s)), "2");
+}
+
+TEST(LerEmpresa, LinhaQueNaoSeDecifraEhErro5ComArquivoELinha) {
+    const std::vector<std::pair<const char*, QByteArray>> casos = {
+        {"texto claro", B("CNPJ=18123456000190\r\n")},
+        {"NUL", CifraLinha(u"A=1"_s) + "\r\n" + B("\0\0\0\r\n")},
+        {"linha de 100 000 bytes", CifraLinha(u"A=1"_s) + "\r\n" + QByteArray(100000, '\xFF')},
+    };
+    PastaPrograma pasta;
+    for (const auto& [nome, conteudo] : casos) {
+        SCOPED_TRACE(nome);
+        pasta.EscreveArquivo(u"Empresa.Bin"_s, conteudo);
+        const ErroExecucao erro = ErroDe([&] { LerEmpresa(pasta.caminho(), u"CNPJ"_s); });
+        EXPECT_EQ(erro.numero(), ErroArgumentoInvalido);
+        EXPECT_TRUE(erro.descricao().contains(u"Empresa.Bin"_s)) << erro.what();
+    }
+}
+
+TEST(LerEmpresa, ParaNaPrimeiraLinhaQueCasa) {
+    PastaPrograma pasta;
+    pasta.EscreveArquivo(u"Empresa.Bin"_s, CifraLinha(u"SERIE=7"_s) + "\r\n" + B("lixo\0\r\n"));
+    EXPECT_EQ(T(LerEmpresa(pasta.caminho(), u"SERIE"_s)), "7");
+}
+
+struct CasoCifra {
+    const char* nome;
+    QString claro;
+    QByteArray guardado;
+};
+
+TEST(Cifra, LinhasDeIdaEVolta) {
+    const std::vector<CasoCifra> casos = {
+        {"exemplo", u"X=1"_s, Bytes({168, 142, 131})},
+        {"vazia", u""_s, {}},
+        {"o menor código", QString(QChar(0)), Bytes({80})},
+        {"0x80 é o euro", u"€"_s, Bytes({0x80 + 80})},
+    };
+    for (const CasoCifra& caso : casos) {
+        SCOPED_TRACE(caso.nome);
+        EXPECT_EQ(CifraLinha(caso.claro).toHex().toStdString(),
+                  caso.guardado.toHex().toStdString());
+        EXPECT_EQ(T(DecifraLinha(caso.guardado)), T(caso.claro));
+    }
+}
+
+TEST(Cifra, OMaiorCodigoCabeNaPosicao54) {
+    EXPECT_EQ(static_cast<uchar>(CifraLinha(QString(53, u'A') + u'z').back()), 255);
+}
+
+TEST(Cifra, IdaEVoltaDoQueORegistroGuarda) {
+    for (const QString& linha : {u"CNPJ=18123456000190"_s, u"NOME=LOJA MODELO LTDA - ME"_s,
+                                 u"email=loja@exemplo.com.br"_s, u"OBS=\"A|B\" 'C'"_s})
+        EXPECT_EQ(T(DecifraLinha(CifraLinha(linha))), T(linha));
+}
+
+TEST(Cifra, ForaDoAlcanceEhErro5) {
+    const std::vector<std::pair<const char*, std::function<void()>>> casos = {
+        {"decifra: código abaixo de 80 na posição 1", [] { DecifraLinha(Bytes({79})); }},
+        {"decifra: código abaixo de 81 na posição 2",
+         [] {
+             DecifraLinha(Bytes({255, 80}));
+         }},
+        {"decifra: NUL", [] { DecifraLinha(B("\0")); }},
+        {"cifra: passa de 255 na posição 55", [] { CifraLinha(QString(54, u'A') + u'z'); }},
+        {"cifra: letra acentuada", [] { CifraLinha(u"CIDADE=SÃO JOSÉ"_s); }},
+        {"cifra: fora do Windows-1252", [] { CifraLinha(u"NOME=日本"_s); }},
+        {"cifra: linha de 100 000 caracteres", [] { CifraLinha(QString(100000, u'1')); }},
+    };
+    for (const auto& [nome, chamada] : casos) {
+        SCOPED_TRACE(nome);
+        const ErroExecucao erro = ErroDe(chamada);
+        EXPECT_EQ(erro.numero(), ErroArgumentoInvalido);
+        EXPECT_TRUE(
+            erro.descricao().startsWith(u"Chamada de procedimento ou argumento inválido"_s));
+    }
+}
+
+TEST(Apara, SoEspacosDasPontas) {
+    const std::vector<std::tuple<QString, QString, bool>> casos = {
+        {u""_s, u""_s, true},
+        {u"   "_s, u""_s, true},
+        {u"  a b  "_s, u"a b"_s, false},
+        {u"\ta\t"_s, u"\ta\t"_s, false},
+        {u"\t"_s, u"\t"_s, false},
+        {u"x"_s, u"x"_s, false},
+    };
+    for (const auto& [texto, aparado, vazio] : casos) {
+        SCOPED_TRACE(T(texto));
+        EXPECT_EQ(T(Apara(texto)), T(aparado));
+        EXPECT_EQ(Vazio(texto), vazio);
+    }
+}
+
+} // namespace
+} // namespace nfce::teste
