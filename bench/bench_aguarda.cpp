@@ -30,7 +30,8 @@ int main(int argc, char** argv) {
     ambiente.Aguarda(10);
     const double real = (ambiente.Monotonico() - inicio) / 1000.0;
     const double cpu = SegundosDeCpu() - cpuAntes;
-    std::printf("Aguarda(10): %.3f s real, %.4f s CPU (%.3f %% of one core), %d timer ticks served\n",
-                real, cpu, 100.0 * cpu / real, ticks);
+    std::printf(
+        "Aguarda(10): %.3f s real, %.4f s CPU (%.3f %% of one core), %d timer ticks served\n", real,
+        cpu, 100.0 * cpu / real, ticks);
     return 0;
 }

@@ -11,11 +11,17 @@
 
 namespace nfce {
 
-AmbienteQt::AmbienteQt() { relogio_.start(); }
+AmbienteQt::AmbienteQt() {
+    relogio_.start();
+}
 
-QDateTime AmbienteQt::Agora() const { return QDateTime::currentDateTime(); }
+QDateTime AmbienteQt::Agora() const {
+    return QDateTime::currentDateTime();
+}
 
-qint64 AmbienteQt::Monotonico() const { return relogio_.elapsed(); }
+qint64 AmbienteQt::Monotonico() const {
+    return relogio_.elapsed();
+}
 
 void AmbienteQt::Aguarda(double segundos) {
     const qint64 fim = Monotonico() + std::llround(segundos * 1000.0);
@@ -29,7 +35,9 @@ void AmbienteQt::Aguarda(double segundos) {
     QCoreApplication::processEvents();
 }
 
-void AmbienteQt::DoEvents() { QCoreApplication::processEvents(); }
+void AmbienteQt::DoEvents() {
+    QCoreApplication::processEvents();
+}
 
 void AmbienteQt::MsgBox(const QString& texto, const QString& titulo, Icone) {
     Registra(titulo + QStringLiteral(": ") + QString(texto).replace(QLatin1Char('\n'), u' '));

@@ -22,13 +22,16 @@ void AmbienteVirtual::Aguarda(double segundos) {
     }
 }
 
-void AmbienteVirtual::DoEvents() { Bombeia(); }
+void AmbienteVirtual::DoEvents() {
+    Bombeia();
+}
 
 void AmbienteVirtual::Bombeia() {
     RodaEventosVencidos();
     // Ids taken first: a hook may add or remove hooks while it runs.
     std::vector<int> ids;
-    for (const auto& [id, gancho] : ganchos_) ids.push_back(id);
+    for (const auto& [id, gancho] : ganchos_)
+        ids.push_back(id);
     for (int id : ids) {
         auto it = ganchos_.find(id);
         if (it == ganchos_.end() || it->second.rodando) continue;
@@ -53,7 +56,9 @@ int AmbienteVirtual::AoBombear(std::function<void()> gancho) {
     return proximoId_;
 }
 
-void AmbienteVirtual::RemoveGancho(int id) { ganchos_.erase(id); }
+void AmbienteVirtual::RemoveGancho(int id) {
+    ganchos_.erase(id);
+}
 
 void AmbienteVirtual::Agenda(qint64 emMs, std::function<void()> evento) {
     agenda_.emplace(emMs, std::move(evento));
@@ -75,6 +80,8 @@ bool AmbienteVirtual::IniciaPrograma(const QString& linhaDeComando) {
     return true;
 }
 
-QString AmbienteVirtual::BuscaUrl(const QString& url, int) { return paginas.value(url); }
+QString AmbienteVirtual::BuscaUrl(const QString& url, int) {
+    return paginas.value(url);
+}
 
 } // namespace nfce

@@ -13,9 +13,15 @@ void manipulador(QtMsgType tipo, const QMessageLogContext&, const QString& texto
 }
 } // namespace
 
-void AmbienteDeAvisos::SetUp() { qInstallMessageHandler(manipulador); }
+void AmbienteDeAvisos::SetUp() {
+    qInstallMessageHandler(manipulador);
+}
 
-AvisosEsperados::AvisosEsperados() { ++esperados; }
-AvisosEsperados::~AvisosEsperados() { --esperados; }
+AvisosEsperados::AvisosEsperados() {
+    ++esperados;
+}
+AvisosEsperados::~AvisosEsperados() {
+    --esperados;
+}
 
 } // namespace nfce::teste

@@ -18,13 +18,15 @@ QString PastaPrograma::Caminho(const QString& relativo) const {
 void PastaPrograma::EscreveConfig(const QStringList& linhas) const {
     QStringEncoder ansi("windows-1252");
     QByteArray dados;
-    for (const QString& linha : linhas) dados += QByteArray(ansi(linha)) + "\r\n";
+    for (const QString& linha : linhas)
+        dados += QByteArray(ansi(linha)) + "\r\n";
     EscreveArquivo(QStringLiteral("Config.ini"), dados);
 }
 
 void PastaPrograma::EscreveEmpresa(const QStringList& linhas) const {
     QByteArray dados;
-    for (const QString& linha : linhas) dados += CifraLinha(linha) + "\r\n";
+    for (const QString& linha : linhas)
+        dados += CifraLinha(linha) + "\r\n";
     EscreveArquivo(QStringLiteral("Empresa.Bin"), dados);
 }
 
