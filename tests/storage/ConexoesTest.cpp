@@ -1,4 +1,5 @@
 #include "apoio/BancoTeste.h"
+#include "apoio/Erros.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Esquema.h"
 #include "storage/Sql.h"
@@ -12,15 +13,6 @@ namespace {
 
 const QString Titulo = QStringLiteral("Atenção. Erro durante a conexão ....");
 const QString TextoErro = QStringLiteral("Erro de Conexão do Banco de Dados do Servidor.");
-
-int NumeroDoErro(const std::function<void()>& acao) {
-    try {
-        acao();
-    } catch (const ErroExecucao& erro) {
-        return erro.numero();
-    }
-    return 0;
-}
 
 // Settings only: nothing here needs a database to answer.
 class ConexoesConfigTest : public ::testing::Test {
@@ -82,7 +74,7 @@ TEST_F(ConexoesConfigTest, TipoSqliteTrocaTodasAsConexoesPorArquivosDaPasta) {
     EXPECT_EQ(Origem(c.ConexaoRemota()), pasta.Caminho(QStringLiteral("dados/remota.db")));
     EXPECT_EQ(Origem(c.ConexaoContingencia()), fora);
     // None of the files existed, and none was created.
-    EXPECT_EQ(NumeroDoErro([&] { c.ReabreConexao(); }), ErroProvedor);
+    EXPECT_EQ(ErroDe([&] { c.ReabreConexao(); }).numero(), ErroProvedor);
     EXPECT_FALSE(QFileInfo::exists(pasta.Caminho(QStringLiteral("loja.db"))));
     EXPECT_FALSE(QFileInfo::exists(pasta.Caminho(QStringLiteral("dados/remota.db"))));
 }
@@ -94,9 +86,9 @@ TEST_F(ConexoesConfigTest, ContingenciaSemHostOuSemArquivoNaoExiste) {
         Conexoes& c = Monta(config);
         EXPECT_FALSE(c.AbreConexaoContingencia());
         EXPECT_EQ(c.ConexaoContingencia(), nullptr);
-        EXPECT_EQ(NumeroDoErro([&] { c.ReabreTerceira(); }), ErroObjetoNaoDefinido);
+        EXPECT_EQ(ErroDe([&] { c.ReabreTerceira(); }).numero(), ErroObjetoNaoDefinido);
         Registros rs;
-        EXPECT_EQ(NumeroDoErro([&] { c.AbreConsultaTerceira(rs, "SELECT 1"); }),
+        EXPECT_EQ(ErroDe([&] { c.AbreConsultaTerceira(rs, "SELECT 1"); }).numero(),
                   ErroObjetoNaoDefinido);
         c.FechaTerceira();
     }
@@ -123,11 +115,11 @@ TEST_F(ConexoesConfigTest, SemBaseDadosNaoHaConexaoPrincipal) {
         Conexoes& c = Monta({"SERVIDOR=10.0.0.1", linha});
         EXPECT_EQ(c.ConexaoPrincipal(), nullptr);
         EXPECT_EQ(c.StringConexaoPrincipal(), QString());
-        EXPECT_EQ(NumeroDoErro([&] { c.ReabreConexao(); }), ErroObjetoNaoDefinido);
-        EXPECT_EQ(NumeroDoErro([&] { c.Executa("SELECT 1"); }), ErroObjetoNaoDefinido);
+        EXPECT_EQ(ErroDe([&] { c.ReabreConexao(); }).numero(), ErroObjetoNaoDefinido);
+        EXPECT_EQ(ErroDe([&] { c.Executa("SELECT 1"); }).numero(), ErroObjetoNaoDefinido);
         Registros rs;
-        EXPECT_EQ(NumeroDoErro([&] { c.AbreConsulta(rs, "SELECT 1"); }), ErroObjetoNaoDefinido);
-        EXPECT_EQ(NumeroDoErro([&] { c.AbreTabela(rs, "vendas"); }), ErroObjetoNaoDefinido);
+        EXPECT_EQ(ErroDe([&] { c.AbreConsulta(rs, "SELECT 1"); }).numero(), ErroObjetoNaoDefinido);
+        EXPECT_EQ(ErroDe([&] { c.AbreTabela(rs, "vendas"); }).numero(), ErroObjetoNaoDefinido);
         c.FechaConexao();
     }
 }
@@ -161,7 +153,7 @@ TEST_F(ConexoesConfigTest, ConfiguracaoRuimNaoDerrubaOsConstrutores) {
         EXPECT_NO_THROW(conexoes->PreparaConexaoPrincipal());
         EXPECT_NO_THROW(conexoes->AbreConexaoRemota());
         EXPECT_FALSE(conexoes->AbreConexaoContingencia());
-        EXPECT_NE(NumeroDoErro([&] { conexoes->ReabreConexao(); }), 0);
+        EXPECT_NE(ErroDe([&] { conexoes->ReabreConexao(); }).numero(), 0);
         EXPECT_EQ(conexoes->ConexaoRemota() ? conexoes->ConexaoRemota()->Estado() : 0, 0);
     }
     EXPECT_TRUE(ambiente.registro.filter("TIPOBANCO").size() >= 1);
@@ -192,9 +184,9 @@ TEST_F(ConexoesConfigTest, AbreLocalCriaLocalDbComNcupom) {
 
 TEST_F(ConexoesConfigTest, LocalSemTabelaNemArquivoOkMasPastaInexistenteFalha) {
     Conexoes c(pasta.Caminho("nao/existe"), ambiente);
-    EXPECT_EQ(NumeroDoErro([&] { c.AbreLocal(); }), ErroProvedor);
+    EXPECT_EQ(ErroDe([&] { c.AbreLocal(); }).numero(), ErroProvedor);
     Registros rs;
-    EXPECT_EQ(NumeroDoErro([&] { c.AbreRecordsetLocal(rs, "ncupom"); }), ErroObjetoNaoDefinido);
+    EXPECT_EQ(ErroDe([&] { c.AbreRecordsetLocal(rs, "ncupom"); }).numero(), ErroObjetoNaoDefinido);
 }
 
 TEST(ConexaoMariaDbTest, SenhaErradaChegaAoChamadorComOTextoDoBanco) {
@@ -223,9 +215,9 @@ TEST_P(ConexoesTest, ReabreEFechaAConexaoPrincipal) {
     conexoes->FechaConexao();
     conexoes->FechaConexao();
     EXPECT_EQ(principal.Estado(), 0);
-    EXPECT_EQ(NumeroDoErro([&] { conexoes->Executa("SELECT 1"); }), ErroObjetoFechado);
+    EXPECT_EQ(ErroDe([&] { conexoes->Executa("SELECT 1"); }).numero(), ErroObjetoFechado);
     Registros rs;
-    EXPECT_EQ(NumeroDoErro([&] { conexoes->AbreConsulta(rs, "SELECT 1"); }), ErroObjetoFechado);
+    EXPECT_EQ(ErroDe([&] { conexoes->AbreConsulta(rs, "SELECT 1"); }).numero(), ErroObjetoFechado);
     conexoes->ReabreConexao();
     EXPECT_EQ(conexoes->Executa("UPDATE vendas SET sync = false"), 0);
 }
@@ -246,7 +238,8 @@ TEST_P(ConexoesTest, ErroDoBancoChegaAoChamadorComSeuTexto) {
             erro.descricao().contains(EmSqlite() ? "file is not a database" : "Unknown database"))
             << erro.what();
     }
-    EXPECT_EQ(NumeroDoErro([&] { conexoes->Executa("SELECT * FROM nao_existe"); }), ErroProvedor);
+    EXPECT_EQ(ErroDe([&] { conexoes->Executa("SELECT * FROM nao_existe"); }).numero(),
+              ErroProvedor);
 }
 
 TEST_P(ConexoesTest, RemotaInacessivelMostraAPrimeiraMensagem) {
@@ -380,11 +373,13 @@ TEST_P(ConexoesTest, DialetoSoNoSqlite) {
                                       "nfce <> 0 AND enviotime = 1 ORDER BY cupom asc"));
     EXPECT_EQ(Texto("SELECT SUM(cupom) FROM vendas WHERE enviotime = 0"), "5");
     // An ORDER BY that SQLite never sees cannot fail there.
-    const int erroOrdem = NumeroDoErro(
-        [&] { conexoes->Executa("UPDATE vendas SET sync = true ORDER BY coluna_que_nao_ha"); });
+    const int erroOrdem =
+        ErroDe([&] {
+            conexoes->Executa("UPDATE vendas SET sync = true ORDER BY coluna_que_nao_ha");
+        }).numero();
     EXPECT_EQ(erroOrdem, EmSqlite() ? 0 : ErroProvedor);
     // The Access-style delete is SQLite's only; MySQL gets the text as it stands.
-    const int erroDelete = NumeroDoErro([&] { conexoes->Executa("DELETE * FROM caixas"); });
+    const int erroDelete = ErroDe([&] { conexoes->Executa("DELETE * FROM caixas"); }).numero();
     EXPECT_EQ(erroDelete, EmSqlite() ? 0 : ErroProvedor);
 }
 

@@ -1,5 +1,6 @@
 #include "storage/Configuracao.h"
 
+#include "apoio/Erros.h"
 #include "apoio/PastaPrograma.h"
 #include "storage/ErroExecucao.h"
 
@@ -33,16 +34,6 @@ QByteArray Bytes(std::initializer_list<int> codigos) {
     for (int codigo : codigos)
         bytes.append(static_cast<char>(codigo));
     return bytes;
-}
-
-// The error that `chamada` raises; number 0 when it raises none.
-ErroExecucao ErroDe(const std::function<void()>& chamada) {
-    try {
-        chamada();
-    } catch (const ErroExecucao& erro) {
-        return erro;
-    }
-    return ErroExecucao(0, {});
 }
 
 QByteArray TodosOsBytesMenosQuebras() {

@@ -1,5 +1,6 @@
 #include "storage/Formatacao.h"
 
+#include "apoio/Erros.h"
 #include "storage/ErroExecucao.h"
 
 #include <gtest/gtest.h>
@@ -17,16 +18,6 @@ constexpr double Infinito = std::numeric_limits<double>::infinity();
 
 std::string T(const QString& texto) {
     return texto.toStdString();
-}
-
-// The error number that `chamada` raises; 0 when it raises none.
-int ErroDe(const std::function<void()>& chamada) {
-    try {
-        chamada();
-    } catch (const ErroExecucao& erro) {
-        return erro.numero();
-    }
-    return 0;
 }
 
 // Hostile texts shared by the readers' tests.
@@ -165,7 +156,7 @@ TEST(FormatacaoNumero, FormatsMoneyFromItsExactCount) {
 TEST(FormatacaoNumero, RejectsPatternsItDoesNotKnow) {
     for (const char* padrao : {"", ".", ",", "0.0.0", "R$ 0.00", "0%", "0.00;(0.00)"}) {
         SCOPED_TRACE(padrao);
-        EXPECT_EQ(ErroDe([&] { FormataNumero(1.0, QString::fromLatin1(padrao)); }),
+        EXPECT_EQ(ErroDe([&] { FormataNumero(1.0, QString::fromLatin1(padrao)); }).numero(),
                   ErroArgumentoInvalido);
     }
 }
@@ -215,7 +206,7 @@ TEST(FormatacaoValor, RoundsMoneyThroughTheFormattedText) {
     for (const auto& caso : casos)
         EXPECT_EQ(ValorMoeda(caso.valor).unidades(), caso.unidades) << caso.valor;
     for (double valor : {1e15, 1e300, Infinito, std::nan("")})
-        EXPECT_EQ(ErroDe([&] { ValorMoeda(valor); }), ErroEstouro) << valor;
+        EXPECT_EQ(ErroDe([&] { ValorMoeda(valor); }).numero(), ErroEstouro) << valor;
 }
 
 TEST(FormatacaoValor, FormatsForDisplay) {
@@ -242,7 +233,7 @@ TEST(FormatacaoValor, WritesAmountsWithAPoint) {
         EXPECT_EQ(T(ValorPonto(caso.valor)), caso.esperado) << T(caso.valor.toString());
     EXPECT_EQ(T(ValorPonto(Moeda::deUnidades(123456))), "12.35");
     EXPECT_EQ(T(ValorPonto(Moeda::deUnidades(-5000))), "-0.50");
-    EXPECT_EQ(ErroDe([] { ValorPonto(MuitosNoves); }), ErroEstouro);
+    EXPECT_EQ(ErroDe([] { ValorPonto(MuitosNoves); }).numero(), ErroEstouro);
 }
 
 TEST(FormatacaoValor, WritesQuantitiesKeepingTheGroupingPoint) {
@@ -325,8 +316,8 @@ TEST(FormatacaoLeValor, SurvivesHostileText) {
     EXPECT_EQ(LeValor(u"12,5"_s + Binario + u"9"_s).unidades(), 125000);
     EXPECT_EQ(LeValor(u"1"_s + QString(100000, u'.')).unidades(), 10000);
     EXPECT_EQ(LeValor(QString(100000, u',') + u"5"_s).unidades(), 0);
-    EXPECT_EQ(ErroDe([] { LeValor(MuitosNoves + u",5"_s); }), ErroEstouro);
-    EXPECT_EQ(ErroDe([] { LeValor(u"1.000.000.000.000.000,00"_s); }), ErroEstouro);
+    EXPECT_EQ(ErroDe([] { LeValor(MuitosNoves + u",5"_s); }).numero(), ErroEstouro);
+    EXPECT_EQ(ErroDe([] { LeValor(u"1.000.000.000.000.000,00"_s); }).numero(), ErroEstouro);
 }
 
 TEST(FormatacaoTexto, RemovesQuotesForSqlValues) {

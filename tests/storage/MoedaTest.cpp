@@ -1,5 +1,6 @@
 #include "storage/Moeda.h"
 
+#include "apoio/Erros.h"
 #include "storage/ErroExecucao.h"
 
 #include <gtest/gtest.h>
@@ -10,16 +11,6 @@
 
 namespace nfce::teste {
 namespace {
-
-// The error number that `chamada` raises; 0 when it raises none.
-int ErroDe(const std::function<void()>& chamada) {
-    try {
-        chamada();
-    } catch (const ErroExecucao& erro) {
-        return erro.numero();
-    }
-    return 0;
-}
 
 const Moeda Maior = Moeda::deUnidades(std::numeric_limits<qint64>::max());
 const Moeda Menor = Moeda::deUnidades(std::numeric_limits<qint64>::min());
@@ -56,7 +47,7 @@ TEST(Moeda, ValuesOutOfRangeRaiseOverflow) {
     for (double valor :
          {1e15, -1e15, 922337203685478.0, 1e300, infinito, -infinito, std::nan("")}) {
         SCOPED_TRACE(valor);
-        EXPECT_EQ(ErroDe([&] { Moeda{valor}; }), ErroEstouro);
+        EXPECT_EQ(ErroDe([&] { Moeda{valor}; }).numero(), ErroEstouro);
     }
 }
 
@@ -84,11 +75,11 @@ TEST(Moeda, ComparesByValue) {
 
 TEST(Moeda, ArithmeticLeavingTheRangeRaisesOverflow) {
     const Moeda um = Moeda::deUnidades(1);
-    EXPECT_EQ(ErroDe([&] { Maior + um; }), ErroEstouro);
-    EXPECT_EQ(ErroDe([&] { Menor - um; }), ErroEstouro);
-    EXPECT_EQ(ErroDe([&] { Menor + -um; }), ErroEstouro);
-    EXPECT_EQ(ErroDe([&] { -Menor; }), ErroEstouro);
-    EXPECT_EQ(ErroDe([&] { Moeda() - Menor; }), ErroEstouro);
+    EXPECT_EQ(ErroDe([&] { Maior + um; }).numero(), ErroEstouro);
+    EXPECT_EQ(ErroDe([&] { Menor - um; }).numero(), ErroEstouro);
+    EXPECT_EQ(ErroDe([&] { Menor + -um; }).numero(), ErroEstouro);
+    EXPECT_EQ(ErroDe([&] { -Menor; }).numero(), ErroEstouro);
+    EXPECT_EQ(ErroDe([&] { Moeda() - Menor; }).numero(), ErroEstouro);
     EXPECT_EQ(-um - Menor, Maior);
     EXPECT_EQ(-Maior - um, Menor);
 }

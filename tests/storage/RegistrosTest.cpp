@@ -1,17 +1,9 @@
 #include "apoio/BancoTeste.h"
+#include "apoio/Erros.h"
 #include "storage/ErroExecucao.h"
 
 namespace nfce::teste {
 namespace {
-
-int NumeroDoErro(const std::function<void()>& acao) {
-    try {
-        acao();
-    } catch (const ErroExecucao& erro) {
-        return erro.numero();
-    }
-    return 0;
-}
 
 class RegistrosTest : public BancoTeste {
 protected:
@@ -35,16 +27,16 @@ TEST_P(RegistrosTest, ContagemConhecidaEPercursoAteOFim) {
     for (; !rs.Eof(); rs.MoveNext())
         lidos << rs.Texto("cupom");
     EXPECT_EQ(lidos, QStringList({"101", "102", "103"}));
-    EXPECT_EQ(NumeroDoErro([&] { rs.Campo("cupom"); }), ErroSemRegistroAtual);
-    EXPECT_EQ(NumeroDoErro([&] { rs.MoveNext(); }), ErroSemRegistroAtual);
+    EXPECT_EQ(ErroDe([&] { rs.Campo("cupom"); }).numero(), ErroSemRegistroAtual);
+    EXPECT_EQ(ErroDe([&] { rs.MoveNext(); }).numero(), ErroSemRegistroAtual);
     rs.MoveFirst();
     EXPECT_EQ(rs.Texto("cupom"), "101");
 
     conexoes->AbreConsulta(rs, "SELECT cupom FROM vendas WHERE cupom = 0");
     EXPECT_TRUE(rs.Eof());
     EXPECT_EQ(rs.RecordCount(), 0);
-    EXPECT_EQ(NumeroDoErro([&] { rs.Texto("cupom"); }), ErroSemRegistroAtual);
-    EXPECT_EQ(NumeroDoErro([&] { rs.Texto("outro"); }), ErroItemNaoEncontrado);
+    EXPECT_EQ(ErroDe([&] { rs.Texto("cupom"); }).numero(), ErroSemRegistroAtual);
+    EXPECT_EQ(ErroDe([&] { rs.Texto("outro"); }).numero(), ErroItemNaoEncontrado);
 }
 
 TEST_P(RegistrosTest, CamposSemDistinguirMaiusculas) {
@@ -56,7 +48,7 @@ TEST_P(RegistrosTest, CamposSemDistinguirMaiusculas) {
     EXPECT_EQ(rs.Texto("desconto"), "0.1");
     EXPECT_EQ(rs.Texto("VMAX"), "45");
     for (const char* nome : {"", "cupom ", "nao_ha", "vendas.cupom"})
-        EXPECT_EQ(NumeroDoErro([&] { rs.Campo(nome); }), ErroItemNaoEncontrado) << nome;
+        EXPECT_EQ(ErroDe([&] { rs.Campo(nome); }).numero(), ErroItemNaoEncontrado) << nome;
 }
 
 TEST_P(RegistrosTest, ValoresNulosNumerosDatasEHoras) {
@@ -115,12 +107,12 @@ TEST_P(RegistrosTest, FechadoNaoServeParaNada) {
     conexoes->AbreConsulta(rs, "SELECT cupom FROM vendas");
     rs.Fecha();
     for (Registros* r : {&nunca, &rs}) {
-        EXPECT_EQ(NumeroDoErro([&] { r->Eof(); }), ErroObjetoFechado);
-        EXPECT_EQ(NumeroDoErro([&] { r->RecordCount(); }), ErroObjetoFechado);
-        EXPECT_EQ(NumeroDoErro([&] { r->MoveNext(); }), ErroObjetoFechado);
-        EXPECT_EQ(NumeroDoErro([&] { r->MoveFirst(); }), ErroObjetoFechado);
-        EXPECT_EQ(NumeroDoErro([&] { r->Campo("cupom"); }), ErroObjetoFechado);
-        EXPECT_EQ(NumeroDoErro([&] { r->AddNew(); }), ErroObjetoFechado);
+        EXPECT_EQ(ErroDe([&] { r->Eof(); }).numero(), ErroObjetoFechado);
+        EXPECT_EQ(ErroDe([&] { r->RecordCount(); }).numero(), ErroObjetoFechado);
+        EXPECT_EQ(ErroDe([&] { r->MoveNext(); }).numero(), ErroObjetoFechado);
+        EXPECT_EQ(ErroDe([&] { r->MoveFirst(); }).numero(), ErroObjetoFechado);
+        EXPECT_EQ(ErroDe([&] { r->Campo("cupom"); }).numero(), ErroObjetoFechado);
+        EXPECT_EQ(ErroDe([&] { r->AddNew(); }).numero(), ErroObjetoFechado);
     }
     rs.Fecha();
 }
@@ -138,7 +130,7 @@ TEST_P(RegistrosTest, SobreviveAoFechamentoDaConexao) {
 TEST_P(RegistrosTest, ConsultaQueFalhaDeixaORecordsetFechado) {
     Registros rs;
     conexoes->AbreConsulta(rs, "SELECT cupom FROM vendas");
-    EXPECT_EQ(NumeroDoErro([&] { conexoes->AbreConsulta(rs, "SELECT x FROM nao_existe"); }),
+    EXPECT_EQ(ErroDe([&] { conexoes->AbreConsulta(rs, "SELECT x FROM nao_existe"); }).numero(),
               ErroProvedor);
     EXPECT_FALSE(rs.Aberto());
 }
@@ -188,22 +180,22 @@ TEST_P(RegistrosTest, TabelaAlteraALinhaAtualPelaChave) {
     rs.MoveFirst();
     Executa("DELETE FROM clientes WHERE codigo = 1");
     rs.Define("nome", "X");
-    EXPECT_EQ(NumeroDoErro([&] { rs.Update(); }), ErroProvedor);
+    EXPECT_EQ(ErroDe([&] { rs.Update(); }).numero(), ErroProvedor);
 }
 
 TEST_P(RegistrosTest, SoTabelasComChaveAceitamEdicao) {
     Registros rs;
     conexoes->AbreConsulta(rs, "SELECT * FROM clientes");
-    EXPECT_EQ(NumeroDoErro([&] { rs.Define("nome", "X"); }), 3251);
-    EXPECT_EQ(NumeroDoErro([&] { rs.AddNew(); }), 3251);
+    EXPECT_EQ(ErroDe([&] { rs.Define("nome", "X"); }).numero(), 3251);
+    EXPECT_EQ(ErroDe([&] { rs.AddNew(); }).numero(), 3251);
     EXPECT_EQ(rs.RecordCount(), 2);
     Executa("CREATE TABLE semchave (a INT)");
     Executa("INSERT INTO semchave (a) VALUES (1)");
     conexoes->AbreTabela(rs, "semchave");
     rs.Define("a", 2);
-    EXPECT_EQ(NumeroDoErro([&] { rs.Update(); }), ErroProvedor);
+    EXPECT_EQ(ErroDe([&] { rs.Update(); }).numero(), ErroProvedor);
     EXPECT_EQ(Texto("SELECT a FROM semchave"), "1");
-    EXPECT_EQ(NumeroDoErro([&] { conexoes->AbreTabela(rs, "nao_existe"); }), ErroProvedor);
+    EXPECT_EQ(ErroDe([&] { conexoes->AbreTabela(rs, "nao_existe"); }).numero(), ErroProvedor);
 }
 
 INSTANTIATE_TEST_SUITE_P(Motores, RegistrosTest, ::testing::ValuesIn(Motores()), NomeDoMotor);
