@@ -1,0 +1,83 @@
+-- Sample data of a small shop: products over every tax code of the item records, three
+-- customers, and sales that exercise cash, cards, PIX, change, sale discounts and
+-- surcharges. Portable between SQLite and MariaDB; the sales are dated today.
+INSERT INTO empresa (id, mens1, mens2, pathenvio) VALUES (1, 'Obrigado pela preferencia', 'Volte sempre', '');
+INSERT INTO caixas (nome) VALUES ('Maria');
+INSERT INTO forpag (codigo, nome, plano, parc1) VALUES (1, 'A VISTA', '1', '0');
+INSERT INTO forpag (codigo, nome, plano, parc1) VALUES (2, 'CARTAO', '1', '0');
+INSERT INTO forpag (codigo, nome, plano, parc1) VALUES (5, '30 DIAS', '2', '30');
+
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (1, 'Arroz tipo 1 5kg', '10063021', '', '5102', 'un', 0, 1800, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (2, 'Feijao carioca 1kg', '07133319', '', '5102', 'un', 2, 1800, 33.33, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (3, 'Leite UHT integral 1L', '04012010', '', '5102', 'un', 4, 0, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (4, 'Refrigerante cola 2L', '22021000', '0300700', '5405', 'un', 7, 0, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (5, 'Cafe torrado 500g', '09012100', '', '5102', 'un', 10, 0, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (6, 'Biscoito recheado', '19053100', '', '5102', 'un', 11, 0, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (7, 'Sabao em po 1kg', '34022000', '', '5102', 'un', 16, 0, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (8, 'Pao frances', '19059090', '', '5102', 'kg', 17, 0, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (9, 'Cerveja lata 350ml', '22030000', '0302100', '5405', 'un', 18, 0, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (10, 'Detergente 500ml', '34022000', '', '5102', 'un', 19, 0, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (11, 'Açúcar cristal 5kg', '17019900', '', '5102', 'un', 0, 700, 0, 100, 100);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (12, 'Prego 17x21', '73170090', '', '5102', 'kg', 11, 0, 0, 5000, 5000);
+INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao_base, estoque, estoquefisico) VALUES (13, 'Vela decorativa', '34060000', '', '5102', 'un', 5, 0, 0, 100, 100);
+
+INSERT INTO clientes (codigo, nome, cgc) VALUES (1, 'CONSUMIDOR FINAL', '');
+INSERT INTO clientes (codigo, nome, cgc) VALUES (25, 'Maria D''Ávila', '123.456.789-09');
+INSERT INTO clientes (codigo, nome, cgc) VALUES (30, 'Mercadinho São José Ltda', '18.123.456/0001-90');
+
+-- Cash with change: 50.00 paid for 42.30.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '09:05:10', 101, 1001, 42.30, 0, 0, 50.00, 0, 0, 0, 0, 0, 0, 0, 0, 1, 'CONSUMIDOR FINAL', '', 1, 1, 1, 1, 1, 101, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '09:05:10', 101, 1, 1, 'ARROZ TIPO 1 5KG', 2, 21.15, 42.30, 15.00, 0, 0, 1001, 'N', 1, 1, 1800, 'T', 1, 1, 'CONSUMIDOR FINAL', 1, '1', 101);
+
+-- Credit card, normal-regime codes 20 and 40.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '09:20:00', 102, 1002, 46.13, 0, 0, 0, 0, 0, 46.13, 0, 0, 0, 0, 0, 1, 'CONSUMIDOR FINAL', '', 1, 1, 2, 1, 1, 102, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '09:20:00', 102, 1, 2, 'FEIJAO CARIOCA 1KG', 3, 8.99, 26.97, 6.00, 0, 0, 1002, 'N', 1, 1, 1800, 'T', 1, 1, 'CONSUMIDOR FINAL', 2, '1', 102);
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '09:20:00', 102, 2, 3, 'LEITE UHT INTEGRAL 1L', 4, 4.79, 19.16, 3.50, 0, 0, 1002, 'N', 1, 1, 0, 'I', 1, 1, 'CONSUMIDOR FINAL', 2, '1', 102);
+
+-- PIX and debit card together; substitution (60) and CSOSN 101.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '10:02:45', 103, 1003, 36.88, 0, 0, 0, 0, 16.88, 0, 0, 0, 20.00, 0, 0, 1, 'CONSUMIDOR FINAL', '', 1, 1, 2, 1, 1, 103, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '10:02:45', 103, 1, 4, 'REFRIGERANTE COLA 2L', 2, 9.49, 18.98, 6.00, 0, 0, 1003, 'N', 1, 1, 0, 'F', 1, 1, 'CONSUMIDOR FINAL', 2, '1', 103);
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '10:02:45', 103, 2, 5, 'CAFE TORRADO 500G', 1, 17.90, 17.90, 12.00, 0, 0, 1003, 'N', 1, 1, 0, 'T', 1, 1, 'CONSUMIDOR FINAL', 2, '1', 103);
+
+-- A customer with CPF; CSOSN 102 and 300.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '10:30:00', 104, 1004, 30.35, 0, 0, 30.35, 0, 0, 0, 0, 0, 0, 0, 0, 25, 'Maria D''Ávila', '123.456.789-09', 1, 1, 1, 1, 1, 104, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '10:30:00', 104, 1, 6, 'BISCOITO RECHEADO', 5, 3.49, 17.45, 2.00, 0, 0, 1004, 'N', 1, 1, 0, 'T', 1, 25, 'Maria D''Ávila', 1, '1', 104);
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '10:30:00', 104, 2, 7, 'SABAO EM PO 1KG', 1, 12.90, 12.90, 8.00, 0, 0, 1004, 'N', 1, 1, 0, 'T', 1, 25, 'Maria D''Ávila', 1, '1', 104);
+
+-- A company customer with CNPJ; CSOSN 500 and 900.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '11:15:30', 105, 1005, 63.42, 0, 0, 0, 0, 0, 63.42, 0, 0, 0, 0, 0, 30, 'Mercadinho São José Ltda', '18.123.456/0001-90', 1, 1, 2, 1, 1, 105, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '11:15:30', 105, 1, 9, 'CERVEJA LATA 350ML', 12, 3.99, 47.88, 2.50, 0, 0, 1005, 'N', 1, 1, 0, 'F', 1, 30, 'Mercadinho São José Ltda', 2, '1', 105);
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '11:15:30', 105, 2, 10, 'DETERGENTE 500ML', 6, 2.59, 15.54, 1.50, 0, 0, 1005, 'N', 1, 1, 0, 'T', 1, 30, 'Mercadinho São José Ltda', 2, '1', 105);
+
+-- A sale discount of 1.00 over three items of 10.00 (the remainder goes to every tied item).
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '12:40:00', 106, 1006, 29.00, 1.00, 0, 29.00, 0, 0, 0, 0, 0, 0, 0, 0, 1, 'CONSUMIDOR FINAL', '', 1, 1, 1, 1, 1, 106, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '12:40:00', 106, 1, 3, 'LEITE UHT INTEGRAL 1L', 1, 10.00, 10.00, 3.50, 0, 0, 1006, 'N', 1, 1, 0, 'I', 1, 1, 'CONSUMIDOR FINAL', 1, '1', 106);
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '12:40:00', 106, 2, 5, 'CAFE TORRADO 500G', 1, 10.00, 10.00, 7.00, 0, 0, 1006, 'N', 1, 1, 0, 'T', 1, 1, 'CONSUMIDOR FINAL', 1, '1', 106);
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '12:40:00', 106, 3, 6, 'BISCOITO RECHEADO', 1, 10.00, 10.00, 6.00, 0, 0, 1006, 'N', 1, 1, 0, 'T', 1, 1, 'CONSUMIDOR FINAL', 1, '1', 106);
+
+-- A surcharge of 2.00, a weighed item and an accented product name; debit card.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '13:12:05', 107, 1007, 44.12, 0, 2.00, 0, 0, 44.12, 0, 0, 0, 0, 0, 0, 1, 'CONSUMIDOR FINAL', '', 1, 1, 2, 1, 1, 107, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '13:12:05', 107, 1, 8, 'PAO FRANCES', 1.234, 15.90, 19.62, 9.00, 0, 0, 1007, 'N', 1, 1, 0, 'T', 1, 1, 'CONSUMIDOR FINAL', 2, '1', 107);
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '13:12:05', 107, 2, 11, 'AÇÚCAR CRISTAL 5KG', 1, 22.50, 22.50, 16.00, 0, 0, 1007, 'N', 1, 1, 700, 'T', 1, 1, 'CONSUMIDOR FINAL', 2, '1', 107);
+
+-- Discount and surcharge together; cash and PIX with change.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '14:25:00', 108, 1008, 38.00, 2.13, 1.00, 20.00, 0, 0, 0, 0, 0, 20.00, 0, 0, 1, 'CONSUMIDOR FINAL', '', 1, 1, 1, 1, 1, 108, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '14:25:00', 108, 1, 1, 'ARROZ TIPO 1 5KG', 1, 21.15, 21.15, 15.00, 0, 0, 1008, 'N', 1, 1, 1800, 'T', 1, 1, 'CONSUMIDOR FINAL', 1, '1', 108);
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '14:25:00', 108, 2, 2, 'FEIJAO CARIOCA 1KG', 2, 8.99, 17.98, 6.00, 0, 0, 1008, 'N', 1, 1, 1800, 'T', 1, 1, 'CONSUMIDOR FINAL', 1, '1', 108);
+
+-- Meal voucher.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '15:00:00', 109, 1009, 14.76, 0, 0, 0, 0, 0, 0, 0, 0, 0, 14.76, 0, 1, 'CONSUMIDOR FINAL', '', 1, 1, 2, 1, 1, 109, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '15:00:00', 109, 1, 10, 'DETERGENTE 500ML', 2, 2.59, 5.18, 1.50, 0, 0, 1009, 'N', 1, 1, 0, 'T', 1, 1, 'CONSUMIDOR FINAL', 2, '1', 109);
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '15:00:00', 109, 2, 3, 'LEITE UHT INTEGRAL 1L', 2, 4.79, 9.58, 3.50, 0, 0, 1009, 'N', 1, 1, 0, 'I', 1, 1, 'CONSUMIDOR FINAL', 2, '1', 109);
+
+-- A wholesale quantity over a thousand, paid on credit (a receivable in the export).
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '16:45:00', 110, 1010, 123.45, 0, 0, 0, 0, 0, 0, 0, 123.45, 0, 0, 0, 30, 'Mercadinho São José Ltda', '18.123.456/0001-90', 1, 1, 5, 1, 1, 110, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '16:45:00', 110, 1, 12, 'PREGO 17X21', 1234.5, 0.10, 123.45, 0.06, 0, 0, 1010, 'N', 1, 1, 0, 'T', 1, 30, 'Mercadinho São José Ltda', 5, '1', 110);
+
+-- A product whose tax code the item records do not know; paid in cash.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '17:30:00', 111, 1011, 5.00, 0, 0, 5.00, 0, 0, 0, 0, 0, 0, 0, 0, 1, 'CONSUMIDOR FINAL', '', 1, 1, 1, 1, 1, 111, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '17:30:00', 111, 1, 13, 'VELA DECORATIVA', 1, 5.00, 5.00, 2.00, 0, 0, 1011, 'N', 1, 1, 0, 'T', 1, 1, 'CONSUMIDOR FINAL', 1, '1', 111);
+
+-- A till sale without NFC-e number: never selected for emission.
+INSERT INTO vendas (data, hora, cupom, nfce, valor, Desconto, Acrescimo, Dinheiro, Cheque, CartaoDeb, CartaoCred, Outros, Vale, pix, alimentacao, credloja, cliente, nomecliente, cgc, loja, caixa, forpag, vendedor, operador, ccf, serie) VALUES (CURRENT_DATE, '18:00:00', 112, 0, 8.99, 0, 0, 8.99, 0, 0, 0, 0, 0, 0, 0, 0, 1, 'CONSUMIDOR FINAL', '', 1, 1, 1, 1, 1, 112, '1');
+INSERT INTO itens (data, hora, cupom, Item, codprod, nomeprod, quant, valor, valortotal, custo, Desconto, Acrescimo, nfce, situacao, loja, caixa, icms, trib, vendedor, cliente, nomecliente, forpag, serie, ccf) VALUES (CURRENT_DATE, '18:00:00', 112, 1, 2, 'FEIJAO CARIOCA 1KG', 1, 8.99, 8.99, 6.00, 0, 0, 0, 'N', 1, 1, 1800, 'T', 1, 1, 'CONSUMIDOR FINAL', 1, '1', 112);

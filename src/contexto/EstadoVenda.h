@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+namespace nfce {
+
+// The state of the sale being emitted, shared by the generator, the key request and
+// the return readers. It lives as long as the server: a nested pass started inside a
+// wait sees and changes the same values, as the drivers rely on.
+struct EstadoVenda {
+    qint32 NumCupom = 0;
+    qint32 NumNfce = 0;
+    QString CnpjEmpresa; // company folder of the file just written
+    QString SerieNfce;   // three digits, of the file just written
+    QString DataArquivo; // ddmmyyyy of the file just written
+    QString MesAutorizados;
+    QString MesContabil;
+    QString ModoRetorno;
+    bool ImprimeCupom = false;
+    bool VendaOrcamento = false;
+    qint32 NumOrcamento = 0;
+    QString TipoEmissao = QStringLiteral("9");
+    qint16 Tentativa = 0; // the callers' retry counter; the readers set it to end their loop
+    QString NumLote;
+    int TempoEspera = 0;
+    QString Mensagem;
+    qint32 CodigoCliente = 0; // last customer code the driver read
+    qint32 CodigoUsuario = 0;
+};
+
+} // namespace nfce

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "contexto/EstadoVenda.h"
+#include "contexto/Painel.h"
+#include "plataforma/Ambiente.h"
+#include "storage/Conexoes.h"
+#include "storage/Configuracao.h"
+#include "storage/Empresa.h"
+
+namespace nfce {
+
+// One running server: everything the routines share, passed by reference instead of
+// living in module globals, so two servers can run side by side in one test.
+struct Servidor {
+    Servidor(QString pastaPrograma, Ambiente& ambiente)
+        : pasta(std::move(pastaPrograma)), ambiente(ambiente), conexoes(pasta, ambiente) {}
+
+    QString LerConfig(const QString& chave) const { return nfce::LerConfig(pasta, chave); }
+
+    const QString pasta; // the program folder
+    Ambiente& ambiente;
+    Empresa empresa;
+    Conexoes conexoes;
+    EstadoVenda venda;
+    Painel painel;
+    qint16 Temp = 0; // setting TEMP as read at start-up
+};
+
+} // namespace nfce

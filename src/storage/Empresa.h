@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QStringList>
+
+namespace nfce {
+
+// The issuer's identity as the company record holds it, read once at start-up.
+struct Empresa {
+    QString Cnpj;
+    QString Nome;
+    QString Serie; // zero-padded to three digits; never cut
+    QString CodMunicipio;
+    QString Ie;
+    QString Endereco;
+    QString Numero;
+    QString Complemento;
+    QString Bairro;
+    QString Cidade;
+    QString Uf;
+    QString Telefone;
+    QString Cep;
+};
+
+// Reads the record's keys, each from the file afresh; a missing key is "", a missing series "000".
+// Errors of the reader (53, 5) go to the caller.
+Empresa CarregaEmpresa(const QString& pastaPrograma);
+
+// Writes "Empresa.Bin" from plain KEY=value lines, scrambled, in one piece: a reader
+// never sees half a record. Blank lines are left out. Errors: 5 (a character that
+// cannot be stored), 75 (the file cannot be written).
+void GravaRegistroEmpresa(const QString& pastaPrograma, const QStringList& linhas);
+// The record's lines in plain text (error 53 when missing, 5 when a line is damaged).
+QStringList DecifraRegistroEmpresa(const QString& pastaPrograma);
+
+} // namespace nfce
