@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringList>
+
+namespace nfce {
+
+// The command-line jobs; each takes the arguments after its own name and returns the
+// exit status. Errors are thrown and reported by ExecutaComando.
+int ComandoEmpresa(const QStringList& argumentos);
+int ComandoIniciar(const QStringList& argumentos);
+
+// The arguments that are not options ("--x"), and the value of an option "--x VALUE".
+QStringList ArgumentosPosicionais(const QStringList& argumentos);
+QString ValorOpcao(const QStringList& argumentos, const QString& opcao);
+
+} // namespace nfce
