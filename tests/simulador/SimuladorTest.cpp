@@ -1,0 +1,459 @@
+#include "Simulador.h"
+#include "Exemplos.h"
+#include "plataforma/AmbienteVirtual.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTimeZone>
+#include <gtest/gtest.h>
+
+namespace uninfesim {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace teste;
+
+const QString kLote1 = u"RETORNO/000000000000001"_s;
+const QString kEmProcessamento = u"Enviado/EmProcessamento/"_s;
+
+class SimuladorTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(QDir().mkpath(Empresa() + u"/Envio"_s));
+        ASSERT_TRUE(QDir().mkpath(Empresa() + u"/RETORNO"_s));
+    }
+
+    QString Empresa() const { return dir_.path() + u"/18123456000190"_s; }
+    QString Caminho(const QString& relativo) const { return Empresa() + u'/' + relativo; }
+    bool Existe(const QString& relativo) const { return QFileInfo::exists(Caminho(relativo)); }
+
+    void Escreve(const QString& relativo, const QByteArray& conteudo) const {
+        QDir().mkpath(QFileInfo(Caminho(relativo)).path());
+        QFile arquivo(Caminho(relativo));
+        ASSERT_TRUE(arquivo.open(QIODevice::WriteOnly));
+        arquivo.write(conteudo);
+    }
+
+    QByteArray Le(const QString& relativo) const {
+        QFile arquivo(Caminho(relativo));
+        return arquivo.open(QIODevice::ReadOnly) ? arquivo.readAll() : QByteArray("(ausente)");
+    }
+
+    void Passa(int vezes = 1, int segundos = 0) {
+        for (int i = 0; i < vezes; ++i)
+            sim_.Processa(agora_.addSecs(segundos));
+    }
+
+    // The server's part: the text into Validar, the validated XML copied into Envio.
+    QString EnviaVenda(qint64 nNF) {
+        Escreve(u"Validar/venda-nfe.txt"_s, TxtDaVenda(nNF));
+        Passa();
+        const QString chave =
+            QString::fromLatin1(Le(u"RETORNO/venda-nfe.txt"_s).split('\n').value(2).mid(46, 44));
+        QFile::copy(Caminho(u"Validar/Validado/"_s + chave + u"-nfe.xml"_s),
+                    Caminho(u"Envio/"_s + chave + u"-nfe.xml"_s));
+        Passa();
+        return chave;
+    }
+
+    QByteArray LinhaDoProtocolo() const {
+        return Le(kLote1 + u"-pro-rec.txt"_s).split('\n').value(1);
+    }
+
+    void PedeSituacao(const QString& chave, const QByteArray& tpAmb = "2") {
+        Escreve(u"Envio/"_s + chave + u"-ped-sit.txt"_s,
+                "tpAmb|" + tpAmb + "\r\nxServ|CONSULTAR\r\ntpEmis|1\r\nchNFe|" + chave.toLatin1() +
+                    "\r\nversao|4.00\r\n");
+        Passa();
+    }
+
+    QTemporaryDir dir_;
+    Simulador sim_{dir_.path()};
+    const QDateTime agora_{QDate(2026, 11, 15), QTime(10, 21, 0), QTimeZone(-3 * 3600)};
+};
+
+const QByteArray kPedidoXml = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<gerarChave>\r\n"
+                              " <UF>31</UF>\r\n <tpEmis>9</tpEmis>\r\n <nNF>1234</nNF>\r\n"
+                              " <serie>001</serie>\r\n <AAMM>2611</AAMM>\r\n"
+                              " <CNPJ>18123456000190</CNPJ>\r\n <mod>65</mod>\r\n</gerarChave>\r\n";
+
+TEST_F(SimuladorTest, ChaveEmXmlComAChaveNoCaractere64) {
+    Escreve(u"Envio/0000001234-gerar-chave.xml"_s, kPedidoXml);
+    Passa();
+    const QByteArray resposta = Le(u"RETORNO/0000001234-ret-gerar-chave.xml"_s);
+    EXPECT_EQ(resposta, "<?xml version=\"1.0\" encoding=\"utf-8\"?><retGerarChave><chaveNFe>" +
+                            kChave1234.toLatin1() + "</chaveNFe></retGerarChave>");
+    EXPECT_EQ(resposta.mid(63, 44), kChave1234.toLatin1());
+    EXPECT_FALSE(Existe(u"Envio/0000001234-gerar-chave.xml"_s));
+}
+
+TEST_F(SimuladorTest, FormasDaRespostaDeChave) {
+    const struct {
+        const char* nome;
+        const char* cenario;
+        QString pedido;
+        QByteArray conteudo;
+        QString resposta;
+        QByteArray esperado;
+    } casos[] = {
+        {"texto pedido em texto", "autoriza", u"-gerar-chave.txt"_s,
+         "UF|31\r\ntpEmis|9\r\nnNF|1234\r\nserie|1\r\nAAMM|2611\r\nCNPJ|18123456000190\r\n"
+         "mod|65\r\n",
+         u"-ret-gerar-chave.txt"_s, kChave1234.toLatin1()},
+        {"texto a um pedido XML", "chave-txt", u"-gerar-chave.xml"_s, kPedidoXml,
+         u"-ret-gerar-chave.txt"_s, kChave1234.toLatin1()},
+        {"chave zero", "chave-zero", u"-gerar-chave.xml"_s, kPedidoXml, u"-ret-gerar-chave.xml"_s,
+         "<?xml version=\"1.0\" encoding=\"utf-8\"?><retGerarChave><chaveNFe>0</chaveNFe>"
+         "</retGerarChave>"},
+    };
+    for (const auto& caso : casos) {
+        Cenario cenario;
+        QString erro;
+        ASSERT_TRUE(LeCenario(QString::fromLatin1(caso.cenario), cenario, erro));
+        sim_.DefineCenario(1234, cenario);
+        Escreve(u"Envio/0000001234"_s + caso.pedido, caso.conteudo);
+        Passa();
+        EXPECT_EQ(Le(u"RETORNO/0000001234"_s + caso.resposta), caso.esperado) << caso.nome;
+        QFile::remove(Caminho(u"RETORNO/0000001234"_s + caso.resposta));
+    }
+}
+
+TEST_F(SimuladorTest, SemChaveNaoResponde) {
+    sim_.DefineCenario(1234, [] {
+        Cenario c;
+        c.chave = RespostaChave::Nenhuma;
+        return c;
+    }());
+    Escreve(u"Envio/0000001234-gerar-chave.xml"_s, kPedidoXml);
+    Passa(3);
+    EXPECT_TRUE(QDir(Caminho(u"RETORNO"_s)).isEmpty());
+    EXPECT_TRUE(Existe(u"Envio/0000001234-gerar-chave.xml"_s));
+}
+
+TEST_F(SimuladorTest, PedidosDeChaveRuins) {
+    QByteArray binario(3000, '\0');
+    for (int i = 0; i < binario.size(); ++i)
+        binario[i] = char(i * 31);
+    const struct {
+        QByteArray pedido;
+        QByteArray erro;
+    } casos[] = {
+        {QByteArray(kPedidoXml).replace(" <nNF>1234</nNF>\r\n", ""),
+         "Número da nota fiscal deve ser informado"},
+        {QByteArray(kPedidoXml).replace("2611", "2613"), "Mês da emissão inválido"},
+        {QByteArray(kPedidoXml).replace("2611", "0011"), "Ano da emissão inválido"},
+        {QByteArray(kPedidoXml).replace("18123456000190", "18.123.456/0001-90"),
+         "CNPJ inválido: 18.123.456/0001-90"},
+        {QByteArray(kPedidoXml).replace("1234", QByteArray(100000, '7')),
+         "Conteúdo inválido em nNF"},
+        {kPedidoXml.left(80), "Arquivo "},
+        {binario, "Arquivo "},
+        {"", "Arquivo "},
+    };
+    for (const auto& caso : casos) {
+        Escreve(u"Envio/0000001234-gerar-chave.xml"_s, caso.pedido);
+        Passa();
+        const QString erro = QString::fromLatin1(Le(u"RETORNO/0000001234-ret-gerar-chave.err"_s));
+        EXPECT_TRUE(erro.contains(QString::fromUtf8(caso.erro))) << erro.toStdString();
+        EXPECT_TRUE(Existe(u"Erro/0000001234-gerar-chave.xml"_s));
+        EXPECT_FALSE(Existe(u"RETORNO/0000001234-ret-gerar-chave.xml"_s));
+    }
+}
+
+TEST_F(SimuladorTest, ConversaoDoTextoEmValidar) {
+    Escreve(u"Validar/000001234_18123456000190_001_15_11_2026-nfe.txt"_s, TxtDaVenda(1234));
+    Passa();
+    const QByteArray resposta = Le(u"RETORNO/000001234_18123456000190_001_15_11_2026-nfe.txt"_s);
+    EXPECT_EQ(resposta, "cStat=01\r\nxMotivo=Convers\xc3\xa3o efetuada com sucesso.\r\n"
+                        "Nota fiscal: 000001234 Serie: 001 - ChaveNFe: " +
+                            kChave1234.toLatin1() + "\r\n");
+    const QByteArray linha = resposta.split('\n').value(2);
+    EXPECT_EQ(linha.mid(36, 8), "ChaveNFe");
+    EXPECT_EQ(linha.mid(46, 44), kChave1234.toLatin1());
+    EXPECT_TRUE(Existe(u"Validar/Validado/"_s + kChave1234 + u"-nfe.xml"_s));
+    EXPECT_TRUE(Existe(u"RETORNO/000001234_18123456000190_001_15_11_2026-nfe-orig.txt"_s));
+    EXPECT_FALSE(Existe(u"Validar/000001234_18123456000190_001_15_11_2026-nfe.txt"_s));
+    EXPECT_TRUE(QDir(Caminho(u"Envio"_s)).isEmpty()) << "from Validar nothing is sent";
+}
+
+TEST_F(SimuladorTest, TextoEmEnvioEConvertidoEEnviado) {
+    Escreve(u"Envio/venda-nfe.txt"_s, TxtDaVenda(1234));
+    Passa();
+    EXPECT_TRUE(Existe(u"RETORNO/venda-nfe.txt"_s));
+    EXPECT_EQ(Le(u"RETORNO/"_s + kChave1234 + u"-num-lot.txt"_s), "1;");
+    EXPECT_TRUE(Existe(kLote1 + u"-pro-rec.txt"_s));
+}
+
+TEST_F(SimuladorTest, ErrosDeConversao) {
+    sim_.DefineCenario(1005, Cenario::De(Desfecho::ErroConversao));
+    Escreve(u"Validar/a-nfe.txt"_s, TxtDaVenda(1005));
+    Escreve(u"Validar/b-nfe.txt"_s, "");
+    Passa();
+    const QByteArray linhaI = TxtDaVenda(1005).split('\n').value(9).chopped(1);
+    EXPECT_EQ(Le(u"RETORNO/a-nfe.err"_s),
+              "cStat=99\r\nxMotivo=Falha na convers\xc3\xa3o\r\nMensagemErro=Layout: "
+              "I|cProd|cEAN|xProd|NCM|NVE|CEST|indEscala|CNPJFab|cBenef|EXTIPI|CFOP|uCom|qCom|"
+              "vUnCom|vProd|cEANTrib|uTrib|qTrib|vUnTrib|vFrete|vSeg|vDesc|vOutro|indTot|xPed|"
+              "nItemPed|nFCI|\r\nSegmento [I]: tag <NCM> deve ser informada.\r\n"
+              "\tLinha: 10: Conteudo do segmento: " +
+                  QString::fromLatin1(linhaI).toUtf8() + "\r\n");
+    EXPECT_EQ(Le(u"RETORNO/b-nfe.err"_s),
+              "cStat=02\r\nxMotivo=Falha na convers\xc3\xa3o. Sem informa\xc3\xa7\xc3\xb5"
+              "es para converter o arquivo texto\r\n");
+    EXPECT_TRUE(Existe(u"Erro/a-nfe.txt"_s));
+    EXPECT_TRUE(Existe(u"Erro/b-nfe.txt"_s));
+    EXPECT_TRUE(QDir(Caminho(u"Validar/Validado"_s)).isEmpty());
+}
+
+TEST_F(SimuladorTest, AutorizacaoComProtocoloEXmlArquivado) {
+    const QString chave = EnviaVenda(1234);
+    EXPECT_EQ(Le(u"RETORNO/"_s + chave + u"-num-lot.xml"_s),
+              "<?xml version=\"1.0\" encoding=\"utf-8\"?><DadosLoteNfe><NumeroLoteGerado>1"
+              "</NumeroLoteGerado></DadosLoteNfe>");
+    const QByteArray assinado = Le(u"Validar/Validado/"_s + chave + u"-nfe.xml"_s);
+    const QByteArray digVal = assinado.mid(assinado.indexOf("<DigestValue>") + 13, 28);
+    EXPECT_EQ(Le(kLote1 + u"-pro-rec.txt"_s), ";104;Lote processado;\r\n18123456000190;000001234;" +
+                                                  chave.toLatin1() +
+                                                  ";2026-11-15T10:21:00-03:00;131260000000001;" +
+                                                  digVal + ";100;Autorizado o uso da NF-e;");
+    const QByteArray proc = Le(u"Enviado/Autorizados/112026/"_s + chave + u"-procNFe.xml"_s);
+    EXPECT_TRUE(
+        proc.startsWith("<?xml version=\"1.0\" encoding=\"utf-8\"?><nfeProc versao=\"4.00\""));
+    EXPECT_TRUE(proc.contains(assinado.mid(assinado.indexOf("<NFe"))));
+    EXPECT_TRUE(proc.contains("<nProt>131260000000001</nProt><digVal>" + digVal +
+                              "</digVal><cStat>100</cStat>"));
+    EXPECT_TRUE(proc.contains("D'AVILA \"CENTRO\"")) << "quotes stay raw in element text";
+    EXPECT_FALSE(Existe(kEmProcessamento + chave + u"-nfe.xml"_s));
+    EXPECT_TRUE(Le(kLote1 + u"-pro-rec.xml"_s).contains("<cStat>104</cStat>"));
+}
+
+TEST_F(SimuladorTest, PastaDoMesSegueAOpcao) {
+    Opcoes opcoes;
+    opcoes.mes = MesPasta::AM;
+    sim_ = Simulador(dir_.path(), opcoes);
+    const QString chave = EnviaVenda(1234);
+    EXPECT_TRUE(Existe(u"Enviado/Autorizados/202611/"_s + chave + u"-procNFe.xml"_s));
+}
+
+TEST_F(SimuladorTest, RejeicoesNaFormaDaSefaz) {
+    const struct {
+        Cenario cenario;
+        QByteArray codigoEMotivo;
+    } casos[] = {
+        {Cenario::Rejeicao(778, 3), "778;Rejeicao: Informado NCM inexistente [nItem:3];"},
+        {Cenario::Rejeicao(725, 12), "725;Rejeicao: NFC-e com CFOP invalido[nItem:12];"},
+        {Cenario::Rejeicao(865), "865;Rejeicao: Total dos pagamentos menor que o total da nota;"},
+        {Cenario::De(Desfecho::Duplicidade),
+         "204;Rejeicao: Duplicidade de NF-e [nRec:310000000000001];"},
+        {Cenario::De(Desfecho::DuplicidadeChave),
+         "539;Rejeicao: Duplicidade de NF-e, com diferenca na Chave de Acesso "
+         "[chNFe:31261118123456000190650010000010051351941093][nRec:310000000000001];"},
+    };
+    for (const auto& caso : casos) {
+        SetUp();
+        sim_ = Simulador(dir_.path());
+        sim_.DefineCenario(1005, caso.cenario);
+        const QString chave = EnviaVenda(1005);
+        EXPECT_EQ(LinhaDoProtocolo(), "18123456000190;000001005;" + chave.toLatin1() +
+                                          ";2026-11-15T10:21:00-03:00;0;" + caso.codigoEMotivo);
+        EXPECT_TRUE(Existe(u"Erro/"_s + chave + u"-nfe.xml"_s));
+        EXPECT_FALSE(QDir(Caminho(u"Enviado/Autorizados"_s)).exists(u"112026"_s));
+        QDir(Empresa()).removeRecursively();
+    }
+}
+
+TEST_F(SimuladorTest, MotivoProprioComPontoEVirgulaEAcento) {
+    Cenario c = Cenario::Rejeicao(778);
+    c.motivo = u"Rejeição: NCM; inexistente 'x'"_s;
+    sim_.DefineCenario(1005, c);
+    EnviaVenda(1005);
+    EXPECT_TRUE(LinhaDoProtocolo().endsWith(";778;Rejei\xe7\xe3o: NCM  inexistente 'x';"));
+}
+
+TEST_F(SimuladorTest, FalhasDoLote) {
+    Cenario recusado = Cenario::De(Desfecho::LoteRecusado);
+    recusado.motivo = u"Erro ao invocar o serviço d'Autorização"_s;
+    sim_.DefineCenario(1005, recusado);
+    const QString chave = EnviaVenda(1005);
+    EXPECT_EQ(Le(kLote1 + u"-pro-rec.err"_s),
+              "Vers\xe3o UniNFe|5.1.0.0 - 03/02/2025\r\nErrorCode|0000000001\r\n"
+              "Message|Erro ao invocar o servi\xe7o d'Autoriza\xe7\xe3o\r\n"
+              "StackTrace|   em NFe.Service.TaskNFeAutorizacao.Execute()\r\n");
+    EXPECT_FALSE(Existe(kLote1 + u"-pro-rec.txt"_s));
+    EXPECT_TRUE(Existe(u"Erro/"_s + chave + u"-nfe.xml"_s));
+
+    sim_.DefineCenario(1234, Cenario::De(Desfecho::RejeitaLote));
+    EnviaVenda(1234);
+    EXPECT_EQ(Le(u"RETORNO/000000000000002-pro-rec.txt"_s),
+              ";225;Rejeicao: Falha no Schema XML do lote de NFe;");
+}
+
+TEST_F(SimuladorTest, RespostaAtrasadaPorPassagensOuSegundos) {
+    Cenario passagens;
+    passagens.atrasoPassagens = 3;
+    sim_.DefineCenario(1234, passagens);
+    EnviaVenda(1234);
+    Passa(2);
+    EXPECT_FALSE(Existe(kLote1 + u"-pro-rec.txt"_s));
+    Passa();
+    EXPECT_TRUE(Existe(kLote1 + u"-pro-rec.txt"_s));
+
+    Cenario segundos;
+    segundos.atrasoSegundos = 10;
+    sim_.DefineCenario(1005, segundos);
+    EnviaVenda(1005);
+    Passa(5, 9);
+    EXPECT_FALSE(Existe(u"RETORNO/000000000000002-pro-rec.txt"_s));
+    Passa(1, 10);
+    EXPECT_TRUE(Existe(u"RETORNO/000000000000002-pro-rec.txt"_s));
+}
+
+TEST_F(SimuladorTest, SemRespostaDeixaOXmlEmProcessamento) {
+    sim_.DefineCenario(1234, Cenario::De(Desfecho::SemResposta));
+    const QString chave = EnviaVenda(1234);
+    Passa(10, 3600);
+    EXPECT_EQ(Le(u"RETORNO/"_s + chave + u"-num-lot.txt"_s), "1;");
+    EXPECT_FALSE(Existe(kLote1 + u"-pro-rec.txt"_s));
+    EXPECT_TRUE(Existe(kEmProcessamento + chave + u"-nfe.xml"_s));
+    PedeSituacao(chave);
+    EXPECT_TRUE(Le(u"RETORNO/"_s + chave + u"-sit.xml"_s)
+                    .contains("<cStat>217</cStat><xMotivo>Rejeicao: NF-e nao consta na base de "
+                              "dados da SEFAZ</xMotivo>"));
+    EXPECT_FALSE(Existe(u"RETORNO/"_s + chave + u"-sit.txt"_s));
+}
+
+TEST_F(SimuladorTest, SituacaoDeAutorizada) {
+    const QString chave = EnviaVenda(1234);
+    PedeSituacao(chave, "1");
+    EXPECT_EQ(Le(u"RETORNO/"_s + chave + u"-sit.txt"_s),
+              "1;100;Autorizado o uso da NF-e;2026-11-15T10:21:00-03:00;131260000000001;");
+    EXPECT_TRUE(Le(u"RETORNO/"_s + chave + u"-sit.xml"_s).contains("<protNFe versao=\"4.00\">"));
+    EXPECT_FALSE(Existe(u"Envio/"_s + chave + u"-ped-sit.txt"_s));
+}
+
+// A duplicate leaves the document in Erro; the server puts it in EmProcessamento and asks
+// for the situation, and the query files the authorised XML.
+TEST_F(SimuladorTest, DuplicidadeRecuperadaPelaConsulta) {
+    sim_.DefineCenario(1234, Cenario::De(Desfecho::Duplicidade));
+    const QString chave = EnviaVenda(1234);
+    QFile::copy(Caminho(u"Erro/"_s + chave + u"-nfe.xml"_s),
+                Caminho(kEmProcessamento + chave + u"-nfe.xml"_s));
+    PedeSituacao(chave);
+    EXPECT_TRUE(Le(u"RETORNO/"_s + chave + u"-sit.txt"_s).startsWith("2;100;"));
+    EXPECT_TRUE(Existe(u"Enviado/Autorizados/112026/"_s + chave + u"-procNFe.xml"_s));
+    EXPECT_FALSE(Existe(kEmProcessamento + chave + u"-nfe.xml"_s));
+}
+
+TEST_F(SimuladorTest, AutorizadaSemProcNfeEReenviadaViraDuplicidade) {
+    Cenario c;
+    c.semProcNFe = true;
+    sim_.DefineCenario(1234, c);
+    const QString chave = EnviaVenda(1234);
+    EXPECT_FALSE(Existe(u"Enviado/Autorizados/112026/"_s + chave + u"-procNFe.xml"_s));
+    EXPECT_TRUE(Existe(kEmProcessamento + chave + u"-nfe.xml"_s));
+    PedeSituacao(chave);
+    EXPECT_TRUE(Existe(u"Enviado/Autorizados/112026/"_s + chave + u"-procNFe.xml"_s));
+
+    QFile::copy(Caminho(u"Validar/Validado/"_s + chave + u"-nfe.xml"_s),
+                Caminho(u"Envio/"_s + chave + u"-nfe.xml"_s));
+    Passa();
+    EXPECT_TRUE(
+        Le(u"RETORNO/000000000000002-pro-rec.txt"_s).contains(";0;204;Rejeicao: Duplicidade"));
+}
+
+TEST_F(SimuladorTest, PedidosDeSituacaoRuins) {
+    PedeSituacao(kChave1234, "0");
+    EXPECT_TRUE(QString::fromLatin1(Le(u"RETORNO/"_s + kChave1234 + u"-sit.err"_s))
+                    .contains(u"Message|O elemento 'http://www.portalfiscal.inf.br/nfe:tpAmb'"_s));
+    EXPECT_TRUE(Existe(u"Erro/"_s + kChave1234 + u"-ped-sit.txt"_s));
+    Escreve(u"Envio/x-ped-sit.txt"_s, QByteArray(100000, '|'));
+    Escreve(u"Envio/y-ped-sit.xml"_s, "<consSitNFe><tpAmb>2</tpAmb><chNFe>1'|\"</chNFe>");
+    Passa();
+    EXPECT_TRUE(Le(u"RETORNO/x-sit.err"_s).contains("tpAmb"));
+    EXPECT_TRUE(Le(u"RETORNO/y-sit.err"_s).startsWith("Vers"));
+}
+
+TEST_F(SimuladorTest, DocumentosRuinsEmEnvio) {
+    Escreve(u"Envio/binario-nfe.xml"_s, QByteArray(5000, '\xff'));
+    Escreve(u"Envio/sem-chave-nfe.xml"_s, "<NFe><infNFe Id=\"NFe123\"/></NFe>");
+    Escreve(u"Envio/enorme-nfe.txt"_s, "NOTAFISCAL|1\r\n" + QByteArray(100000, 'A'));
+    Passa();
+    EXPECT_TRUE(Le(u"RETORNO/binario-nfe.err"_s).contains("\r\nMessage|"));
+    EXPECT_TRUE(Le(u"RETORNO/sem-chave-nfe.err"_s).contains("Id: NFe123"));
+    EXPECT_TRUE(Le(u"RETORNO/enorme-nfe.err"_s).startsWith("cStat=99"));
+    EXPECT_TRUE(QDir(Caminho(u"Envio"_s)).isEmpty());
+}
+
+TEST_F(SimuladorTest, PastasEmQualquerCaixa) {
+    QDir(Empresa()).removeRecursively();
+    const QString outra = dir_.path() + u"/99999999000191"_s;
+    QDir().mkpath(outra + u"/ENVIO"_s);
+    QDir().mkpath(outra + u"/retorno"_s);
+    QDir().mkpath(outra + u"/VALIDAR/VALIDADO"_s);
+    QDir().mkpath(dir_.path() + u"/LOG"_s);
+    QFile pedido(outra + u"/ENVIO/0000001234-gerar-chave.xml"_s);
+    ASSERT_TRUE(pedido.open(QIODevice::WriteOnly));
+    pedido.write(kPedidoXml);
+    pedido.close();
+    QFile txt(outra + u"/VALIDAR/v-nfe.txt"_s);
+    ASSERT_TRUE(txt.open(QIODevice::WriteOnly));
+    txt.write(TxtDaVenda(1234));
+    txt.close();
+    sim_.Processa(agora_);
+    EXPECT_TRUE(QFileInfo::exists(outra + u"/retorno/0000001234-ret-gerar-chave.xml"_s));
+    EXPECT_TRUE(QFileInfo::exists(outra + u"/retorno/v-nfe.txt"_s));
+    EXPECT_TRUE(QFileInfo::exists(outra + u"/VALIDAR/VALIDADO/"_s + kChave1234 + u"-nfe.xml"_s));
+    EXPECT_EQ(QDir(outra).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name),
+              (QStringList{u"ENVIO"_s, u"Enviado"_s, u"Erro"_s, u"VALIDAR"_s, u"retorno"_s}));
+    EXPECT_EQ(QDir(dir_.path() + u"/LOG"_s).entryList(QDir::NoDotAndDotDot).size(), 0);
+}
+
+TEST_F(SimuladorTest, RespostaQueNaoPodeSerGravadaDeixaOPedido) {
+    QDir().mkpath(Caminho(u"RETORNO/0000001234-ret-gerar-chave.xml"_s));
+    Escreve(u"Envio/0000001234-gerar-chave.xml"_s, kPedidoXml);
+    const QStringList registro = sim_.Processa(agora_);
+    EXPECT_TRUE(Existe(u"Envio/0000001234-gerar-chave.xml"_s));
+    ASSERT_EQ(registro.size(), 1);
+    EXPECT_TRUE(registro.first().contains(u"não foi possível gravar"_s));
+}
+
+TEST_F(SimuladorTest, ArquivoEmEscritaEsperaFicarEstavel) {
+    Opcoes opcoes;
+    opcoes.esperaArquivoEstavel = true;
+    sim_ = Simulador(dir_.path(), opcoes);
+    Escreve(u"Envio/0000001234-gerar-chave.xml"_s, kPedidoXml.left(60));
+    Passa();
+    Escreve(u"Envio/0000001234-gerar-chave.xml"_s, kPedidoXml);
+    Passa();
+    EXPECT_FALSE(Existe(u"RETORNO/0000001234-ret-gerar-chave.xml"_s));
+    Passa();
+    EXPECT_TRUE(Existe(u"RETORNO/0000001234-ret-gerar-chave.xml"_s));
+}
+
+// The way the server's tests drive it: every pump and wait of the virtual clock is a pass.
+TEST_F(SimuladorTest, RespondeDentroDasEsperasDoRelogioVirtual) {
+    nfce::AmbienteVirtual ambiente;
+    ambiente.AoBombear([&] { sim_.Processa(ambiente.Agora()); });
+    Cenario tarde;
+    tarde.atrasoSegundos = 10;
+    sim_.DefineCenario(1234, tarde);
+    Escreve(u"Envio/venda-nfe.txt"_s, TxtDaVenda(1234));
+    ambiente.Aguarda(0.5);
+    EXPECT_TRUE(Existe(u"RETORNO/"_s + kChave1234 + u"-num-lot.txt"_s));
+    ambiente.Aguarda(9);
+    EXPECT_FALSE(Existe(kLote1 + u"-pro-rec.txt"_s));
+    ambiente.Aguarda(1);
+    EXPECT_TRUE(Existe(kLote1 + u"-pro-rec.txt"_s));
+}
+
+TEST_F(SimuladorTest, LoteNaoReusaRespostaDeixadaNaPasta) {
+    Escreve(kLote1 + u"-pro-rec.txt"_s, "antigo");
+    const QString chave = EnviaVenda(1234);
+    EXPECT_EQ(Le(u"RETORNO/"_s + chave + u"-num-lot.txt"_s), "2;");
+    EXPECT_EQ(Le(kLote1 + u"-pro-rec.txt"_s), "antigo");
+}
+
+} // namespace
+} // namespace uninfesim
