@@ -25,6 +25,7 @@ struct EstadoVenda {
     int TempoEspera = 0;
     QString Mensagem;
     qint32 CodigoCliente = 0; // last customer code the driver read
+    QString Vendedor;         // seller's name for the receipt; empty leaves it out
     qint32 CodigoUsuario = 0;
 };
 

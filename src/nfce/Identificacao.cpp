@@ -1,0 +1,34 @@
+#include "nfce/Documento.h"
+#include "nfce/Valores.h"
+#include "storage/Formatacao.h"
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The offset is always -03:00, whatever daylight saving time says.
+QString DataHora(const QDate& data, const QTime& hora) {
+    return data.toString(u"yyyy-MM-dd") + u'T' + hora.toString(u"HH:mm:ss") + u"-03:00"_s;
+}
+
+} // namespace
+
+void EscreveIdentificacao(DocumentoNfce& doc) {
+    doc.Escreve(u"NOTAFISCAL|1"_s);
+    doc.Escreve(doc.variante.registroA);
+
+    const bool contingencia = doc.contingencia;
+    const QString dhEmi = DataHora(doc.dataEmissao, doc.horaEmissao);
+    const QString tpAmb = QString::number(InteiroDe(doc.servidor.LerConfig(u"TMPAMBNFCE"_s)));
+    // cNF and cDV stay empty: UniNFe fills them. verProc comes from a version text that is
+    // never set, written as a blank amount: "0.00".
+    doc.Escreve(u"B|31||VENDA|65|"_s + Zeros(doc.servidor.empresa.Serie, 3) + u'|' +
+                Zeros(doc.nNF, 9) + u'|' + dhEmi + u"||1|1|"_s + doc.servidor.empresa.CodMunicipio +
+                u"|4|"_s + (contingencia ? u'9' : u'1') + u"||"_s + tpAmb + u"|1|1|1|0|0.00|"_s +
+                (contingencia ? dhEmi : QString()) + u'|' +
+                (contingencia ? u"SEM CONEXAO COM A INTERNET OU SEFAZ"_s : QString()) + u'|');
+}
+
+} // namespace nfce

@@ -1,0 +1,79 @@
+#include "nfce/Documento.h"
+#include "nfce/Valores.h"
+
+#include <array>
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// One payment column of the sale and its line: indPag, tPag and description before the
+// amount; acquirer CNPJ, tBand, cAut and tpIntegra after it.
+struct Forma {
+    QStringView coluna;
+    bool soPositivo; // written when greater than 0; otherwise when not 0
+    QStringView inicio;
+    QStringView cauda;
+    QStringView inicioJanela;
+    QStringView caudaJanela;
+};
+
+constexpr std::array<Forma, 9> Formas{{
+    {u"Dinheiro", true, u"YA|0|01|DINHEIRO|", u"|||||", u"YA|0|01|DINHEIRO|", u"|||||"},
+    {u"Cheque", true, u"YA|1|02|CHEQUE|", u"|||||", u"YA|1|03|CHEQUE|", u"|||||"},
+    {u"CartaoCred", true, u"YA|1|03|CARTAO DE CREDITO|", u"||99||2|", u"YA|1|03|CARTAO DE CREDITO|",
+     u"||99||2|"},
+    {u"CartaoDeb", false, u"YA|1|04|CARTAO DE DEBITO|", u"||99||2|", u"YA|1|04|CARTAO DE DEBITO|",
+     u"||||2|"},
+    {u"Vale", true, u"YA|1|99|VALE|", u"|||||", u"YA|1|99|VALE|", u"|||||"},
+    {u"Outros", true, u"YA|1|99|OUTROS|", u"|||||", u"YA|1|99|OUTROS|", u"|||||"},
+    {u"pix", false, u"YA|1|17|PIX|", u"||99||2|", u"YA|1|99|PIX|", u"|||||"},
+    {u"alimentacao", false, u"YA|1|10|ALIMENTACAO|", u"||99||2|", u"YA|1|99|ALIMENTACAO|",
+     u"|||||"},
+    {u"credloja", false, u"YA|1|05|CREDITO LOJA|", u"||99|||", u"YA|1|99|CREDITO LOJA|", u"|||||"},
+}};
+
+QString Outros(Moeda valor) {
+    return u"YA|1|99|OUTROS|"_s + Dinheiro(valor) + u"|||||"_s;
+}
+
+} // namespace
+
+void EscrevePagamentos(DocumentoNfce& doc) {
+    Registros venda;
+    doc.servidor.conexoes.AbreConsulta(venda,
+                                       u"SELECT * FROM vendas WHERE nfce = "_s + doc.Numero());
+    // Without the sale row the reading fails here (no current record) and no file is left.
+    std::array<Moeda, Formas.size()> valores;
+    Moeda soma;
+    for (std::size_t i = 0; i < Formas.size(); ++i)
+        soma += valores[i] = MoedaDe(venda.Campo(Formas[i].coluna.toString()));
+    const Moeda acrescimo = MoedaDe(venda.Campo(u"Acrescimo"_s));
+
+    doc.Escreve(u"X|9|"_s);
+    const bool janela = doc.variante.codigosJanela;
+    for (std::size_t i = 0; i < Formas.size(); ++i) {
+        const Forma& f = Formas[i];
+        if (f.soPositivo ? valores[i] <= Moeda() : valores[i] == Moeda()) continue;
+        QString linha = (janela ? f.inicioJanela : f.inicio).toString();
+        linha += Dinheiro(valores[i]);
+        linha += janela ? f.caudaJanela : f.cauda;
+        doc.Escreve(linha);
+    }
+    // Payments that add up to less than nothing are made up to zero.
+    Moeda total = soma;
+    if (Moeda() - soma > Moeda()) {
+        doc.Escreve(Outros(Moeda() - soma));
+        total = Moeda();
+    }
+    // A shortfall is sent as one more payment of the whole net amount.
+    const Moeda liquido = doc.totais.vProd - doc.totais.vDesc;
+    if (total < liquido) doc.Escreve(Outros(liquido));
+    if (!doc.variante.troco) return;
+    const Moeda troco = total - (doc.totais.vProd + acrescimo - doc.totais.vDesc);
+    if (troco > Moeda()) doc.Escreve(u"YA09|"_s + Dinheiro(troco) + u'|');
+}
+
+} // namespace nfce

@@ -1,0 +1,177 @@
+#include "CenarioNfce.h"
+
+#include "apoio/Erros.h"
+#include "nfce/GeraNfce.h"
+
+#include <QDir>
+#include <functional>
+
+namespace nfce::teste {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+using GeraNfceTest = CenarioNfce;
+
+const QString Arquivo = u"000001234_18123456000190_001_15_11_2026-nfe.txt"_s;
+
+TEST_P(GeraNfceTest, DocumentosIguaisAosModelos) {
+    // Each sale of tests/dados, then changes that must leave the document as it is: the
+    // walk-in customer, a zeroed document, code 0 and a blank document name no recipient.
+    const std::vector<std::pair<QString, QStringList>> casos = {
+        {u"sem_itens"_s, {{}}},
+        {u"tributos"_s, {{}}},
+        {u"rateio_empate"_s, {{}}},
+        {u"cartao_pix"_s, {{}}},
+        {u"dinheiro_troco"_s,
+         {{},
+          u"UPDATE vendas SET cgc = '123.456.789-09'"_s,
+          u"UPDATE vendas SET cliente = 25, cgc = '00000000000000'"_s,
+          u"UPDATE vendas SET cliente = 0, cgc = '18123456000190'"_s,
+          u"UPDATE vendas SET cliente = 30, cgc = '   '"_s}},
+    };
+    for (const auto& [caso, mudancas] : casos) {
+        for (const QString& mudanca : mudancas) {
+            SCOPED_TRACE((caso + u' ' + mudanca).toStdString());
+            Limpa();
+            Carrega(caso);
+            if (!mudanca.isEmpty()) Executa(mudanca);
+            EXPECT_EQ(GeraNfceDaVenda(*servidor, 1234), Validar(Arquivo));
+            ComparaComModelo(Validar(Arquivo), caso + u".txt"_s);
+        }
+    }
+}
+
+TEST_P(GeraNfceTest, AsTresVariantesDoGerador) {
+    Carrega(u"variantes"_s);
+    // The sale of the 14th, generated on the 15th.
+    servidor->painel.lblData = u"14/11/2026"_s;
+    servidor->painel.lblHora = u"23:59:58"_s;
+    servidor->venda.Vendedor = u"João"_s;
+    servidor->venda.NumCupom = 77;
+    const QString caminho =
+        pasta.Caminho(u"18123456000190/%1/000001234_18123456000190_001_%2-nfe.txt"_s);
+    EXPECT_EQ(GeraNfce(*servidor, u"1234"_s), caminho.arg(u"Validar", u"14_11_2026"));
+    ComparaComModelo(caminho.arg(u"Validar", u"14_11_2026"), u"variante_atual.txt"_s);
+    EXPECT_EQ(GeraNfce(*servidor, u"1234"_s, VarianteGerador::Modulo()),
+              caminho.arg(u"Validar", u"15_11_2026"));
+    ComparaComModelo(caminho.arg(u"Validar", u"15_11_2026"), u"variante_modulo.txt"_s);
+    servidor->venda.TipoEmissao = u"1"_s;
+    EXPECT_EQ(GeraNfce(*servidor, u"1234"_s, VarianteGerador::Janela()),
+              caminho.arg(u"Envio", u"13_11_2026"));
+    ComparaComModelo(caminho.arg(u"Envio", u"13_11_2026"), u"variante_janela.txt"_s);
+
+    // Without a contingency period the window's generator takes the panel; it finds the
+    // customer by the sale number, not by the NFC-e number.
+    Executa(u"DELETE FROM nfce"_s);
+    Executa(u"INSERT INTO vendas (nfce, cupom, cliente, nomecliente, cgc) "
+            "VALUES (555, 88, 30, 'Mercadinho', '1')"_s);
+    servidor->venda.TipoEmissao = u"9"_s;
+    servidor->venda.NumCupom = 88;
+    const QByteArray texto = Gerado(GeraNfce(*servidor, u"1234"_s, VarianteGerador::Janela()));
+    EXPECT_TRUE(texto.contains("|4|9||2|1|1|1|0|0.00|2026-11-14T23:59:58-03:00|SEM CONEXAO"));
+    EXPECT_TRUE(texto.contains("\r\nE|MERCADINHO|9||||\r\nE02|18123456000190|\r\n"));
+}
+
+TEST_P(GeraNfceTest, EsperaTempComOArquivoJaNoLugar) {
+    Carrega(u"dinheiro_troco"_s);
+    // 1 s before, 2 x (0.01 + 0.2 + 0.2) s in the apportionment, then TEMP.
+    const std::vector<std::pair<QString, qint64>> casos = {
+        {{}, 3000},           {u"TEMP=0"_s, 3000},   {u"TEMP=10"_s, 10000},
+        {u"TEMP=-5"_s, 3000}, {u"TEMP=2.9"_s, 2000}, {u"TEMP=abc"_s, 3000}};
+    for (const auto& [linha, espera] : casos) {
+        SCOPED_TRACE(linha.toStdString());
+        ConfiguraNfce({linha});
+        QFile::remove(Validar(Arquivo));
+        qint64 visto = -1;
+        const int gancho = ambiente.AoBombear([&] {
+            if (visto < 0 && QFile::exists(Validar(Arquivo))) visto = ambiente.Monotonico();
+        });
+        const qint64 inicio = ambiente.Monotonico();
+        GeraNfce(*servidor, u"1234"_s);
+        ambiente.RemoveGancho(gancho);
+        EXPECT_EQ(ambiente.Monotonico() - inicio, 1820 + espera);
+        EXPECT_EQ(ambiente.Monotonico() - visto, espera);
+    }
+    EXPECT_EQ(servidor->venda.DataArquivo, u"15112026"_s);
+    EXPECT_EQ(servidor->venda.SerieNfce, u"001"_s);
+    EXPECT_EQ(servidor->venda.CnpjEmpresa, u"18123456000190"_s);
+}
+
+TEST_P(GeraNfceTest, FalhaNaoDeixaArquivoNaPasta) {
+    Painel& painel = servidor->painel;
+    const std::vector<std::tuple<const char*, std::function<void()>, int>> casos = {
+        {"no sale", [&] { Limpa(); }, ErroSemRegistroAtual},
+        {"empty date", [&] { painel.lblData.clear(); }, ErroTipoIncompativel},
+        {"bad date", [&] { painel.lblData = u"31/02/2026"_s; }, ErroTipoIncompativel},
+        {"no base", [&] { Executa(u"UPDATE vendas SET valor = 0"_s); }, ErroDivisaoPorZero},
+        {"no folder", [&] { QDir(Validar()).removeRecursively(); }, ErroCaminhoNaoEncontrado},
+        {"slash in CNPJ", [&] { servidor->empresa.Cnpj = u"18123456/0001-90"_s; },
+         ErroCaminhoNaoEncontrado},
+        {"missing column", [&] { Executa(u"ALTER TABLE vendas DROP COLUMN pix"_s); },
+         ErroItemNaoEncontrado},
+    };
+    for (const auto& [nome, prepara, erro] : casos) {
+        SCOPED_TRACE(nome);
+        Limpa();
+        Carrega(u"dinheiro_troco"_s);
+        prepara();
+        EXPECT_EQ(ErroDe([&] { GeraNfce(*servidor, u"1234"_s); }).numero(), erro);
+        EXPECT_EQ(QDir(Validar()).entryList(QDir::Files | QDir::Hidden), QStringList());
+        QDir().mkpath(Validar());
+        servidor->empresa.Cnpj = u"18123456000190"_s;
+        painel.lblData = u"15/11/2026"_s;
+        painel.lblHora = u"10:20:30"_s;
+    }
+    EXPECT_EQ(ErroDe([&] { GeraNfce(*servidor, u"abc"_s); }).numero(), ErroArgumentoInvalido);
+}
+
+TEST_P(GeraNfceTest, EntradasHostisDaoOQueAsRegrasDizem) {
+    // On the cash sale of 42.30: settings, statements, then a text expected in the file. The
+    // first case empties product columns that later cases then read as nulls.
+    const QString texto = u"ALTER TABLE %1 DROP COLUMN %2;ALTER TABLE %1 ADD COLUMN %2 LONGTEXT"_s;
+    const QString bc = u"|0.00|2026-11-15T10:20:30-03:00|SEM CONEXAO COM A INTERNET OU SEFAZ|\r\n"
+                       "C|Mercado Bom Preco Ltda||0623079040081||||"_s;
+    const std::vector<std::tuple<QStringList, QString, QByteArray>> casos = {
+        {{},
+         texto.arg(u"produtos", u"ncm") + u';' + texto.arg(u"produtos", u"CST") + u';' +
+             texto.arg(u"produtos", u"unidade") + u';' + texto.arg(u"itens", u"quant") + u';' +
+             texto.arg(u"vendas", u"cliente") + u';' + texto.arg(u"vendas", u"Dinheiro") +
+             u";UPDATE vendas SET cgc = '1', Dinheiro = 50"_s,
+         "|3133334444|\r\nH|1||\r\nI|000001|SEM GTIN|ARROZ TIPO 1 5KG|00000000|||||||5102||0.000|"
+         "21.15|0.00|SEM GTIN||0.000|21.15|0.00||0.00||1||||\r\nM||\r\nN|\r\nQ|\r\n"},
+        {{}, u"UPDATE vendas SET Dinheiro = '50,00'"_s, "DINHEIRO|50.00|||||\r\nYA09|7.70|\r\n"},
+        {{}, u"UPDATE vendas SET Dinheiro = '1.000,00'"_s, "|1000.00|||||\r\nYA09|957.70|\r\n"},
+        {{}, u"UPDATE vendas SET Dinheiro = NULL"_s, "X|9|\r\nYA|1|99|OUTROS|42.30|||||\r\nZ|"},
+        {{},
+         u"UPDATE vendas SET Dinheiro = 'x''|\x01'"_s,
+         "X|9|\r\nYA|1|99|OUTROS|42.30|||||\r\nZ|"},
+        {{},
+         u"UPDATE vendas SET Dinheiro = '-5'"_s,
+         "X|9|\r\nYA|1|99|OUTROS|5.00|||||\r\nYA|1|99|OUTROS|42.30|||||\r\nZ|"},
+        {{},
+         texto.arg(u"produtos", u"nome") +
+             u";UPDATE produtos SET nome = ' a|b ''c'' \"d\" \u20ac\u0141\U0001F600\u00b5\u00df\x01%1'"_s
+                 .arg(QString(100000, u'x')),
+         "|SEM GTIN|A|B 'C' \"D\" \x80??\xb5\xdf\x01" + QByteArray(100000, 'X') + "|00000000|"},
+        {{u"TMPAMBNFCE=abc"_s, u"REGIMETRIB=3|x"_s}, {}, "|4|9||0|1|1|1|0" + bc.toLatin1() + "3|"},
+        {{u"TMPAMBNFCE=2.9"_s, u"REGIMETRIB="_s}, {}, "|4|9||2|1|1|1|0" + bc.toLatin1() + "1|"},
+    };
+    for (const auto& [configuracao, comandos, esperado] : casos) {
+        SCOPED_TRACE(comandos.left(80).toStdString());
+        Limpa();
+        Carrega(u"dinheiro_troco"_s);
+        Configura(configuracao);
+        for (const QString& comando : comandos.split(u';', Qt::SkipEmptyParts))
+            Executa(comando);
+        const QByteArray gerado = Gerado(GeraNfceDaVenda(*servidor, 1234));
+        EXPECT_TRUE(gerado.contains(esperado)) << gerado.left(3000).data();
+    }
+    Configura({u"TMPAMBNFCE="_s + QString(100000, u'7')});
+    EXPECT_EQ(ErroDe([&] { GeraNfce(*servidor, u"1234"_s); }).numero(), ErroEstouro);
+}
+
+INSTANTIATE_TEST_SUITE_P(Motores, GeraNfceTest, ::testing::ValuesIn(Motores()), NomeDoMotor);
+
+} // namespace
+} // namespace nfce::teste

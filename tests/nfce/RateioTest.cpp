@@ -1,0 +1,68 @@
+#include "CenarioNfce.h"
+
+#include "apoio/Erros.h"
+#include "nfce/Rateio.h"
+
+namespace nfce::teste {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class RateioTest : public CenarioNfce {
+protected:
+    // Sale 1234 of `valor` with a discount of 1.00; its items 1, 2, ... of these totals
+    // ("C" before a total: cancelled), each with a discount of 9.99 to begin with.
+    void Venda(const QString& valor, const QStringList& totais) {
+        Executa(u"INSERT INTO vendas (nfce, valor, Desconto) VALUES (1234, %1, 1)"_s.arg(valor));
+        for (qsizetype i = 0; i < totais.size(); ++i)
+            Executa(u"INSERT INTO itens (nfce, Item, valortotal, situacao, desconto) "
+                    "VALUES (1234, %1, %2, '%3', 9.99)"_s.arg(i + 1)
+                        .arg(QString(totais[i]).remove(u'C'),
+                             totais[i].startsWith(u'C') ? u"C"_s : u"N"_s));
+    }
+    QStringList Descontos(const QString& nfce = u"1234"_s) {
+        return Valores(u"SELECT desconto FROM itens WHERE nfce = %1 ORDER BY Item"_s.arg(nfce));
+    }
+};
+
+// Ties and surcharges are in the golden documents.
+TEST_P(RateioTest, PartesTruncadasERestoNoMaiorTotal) {
+    const std::vector<std::tuple<QString, QStringList, QStringList>> casos = {
+        {u"29"_s, {u"10"_s, u"20"_s}, {u"0.33"_s, u"0.67"_s}},
+        // Items worth more than the sale: the excess comes off the largest items.
+        {u"14"_s, {u"10"_s, u"10"_s}, {u"0.34"_s, u"0.34"_s}},
+        {u"9"_s, {u"10"_s, u"C10"_s}, {u"1.00"_s, u"9.99"_s}},
+    };
+    for (const auto& [valor, totais, descontos] : casos) {
+        Limpa();
+        Venda(valor, totais);
+        const qint64 antes = ambiente.msAguardados();
+        RateiaDesconto(*servidor, u"1234"_s);
+        EXPECT_EQ(Descontos(), descontos);
+        EXPECT_EQ(ambiente.msAguardados() - antes, 10 + 200 + 200);
+    }
+    // The shares are stored by item number alone: item 2 of another sale takes one too.
+    Limpa();
+    Venda(u"29"_s, {u"10"_s, u"20"_s});
+    Executa(u"INSERT INTO itens (nfce, Item, valortotal, desconto) VALUES (555, 2, 50, 7.77)"_s);
+    RateiaDesconto(*servidor, u"1234"_s);
+    EXPECT_EQ(Descontos(u"555"_s), QStringList{u"0.66"_s});
+}
+
+TEST_P(RateioTest, SemBaseADivisaoFalhaDepoisDeZerarOsItens) {
+    // A base of 0 (-1 + the discount of 1) without items divides nothing.
+    Venda(u"-1"_s, {});
+    EXPECT_EQ(ErroDe([&] { RateiaDesconto(*servidor, u"1234"_s); }).numero(), 0);
+    Executa(u"DELETE FROM vendas"_s);
+    Venda(u"-1"_s, {u"10"_s});
+    EXPECT_EQ(ErroDe([&] { RateiaDesconto(*servidor, u"1234"_s); }).numero(), ErroDivisaoPorZero);
+    EXPECT_EQ(Descontos(), QStringList{u"0.00"_s});
+    // Without the sale the base is 0 too.
+    Executa(u"DELETE FROM vendas"_s);
+    EXPECT_EQ(ErroDe([&] { RateiaAcrescimo(*servidor, u"1234"_s); }).numero(), ErroDivisaoPorZero);
+}
+
+INSTANTIATE_TEST_SUITE_P(Motores, RateioTest, ::testing::ValuesIn(Motores()), NomeDoMotor);
+
+} // namespace
+} // namespace nfce::teste
