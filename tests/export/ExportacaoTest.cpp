@@ -1,0 +1,292 @@
+#include "export/Exportacao.h"
+#include "apoio/BancoTeste.h"
+#include "apoio/Erros.h"
+#include "contexto/Servidor.h"
+#include "storage/Sql.h"
+
+#include <QRegularExpression>
+
+namespace nfce::teste {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QString L(const QString& texto) {
+    return u"'"_s + EscapaTexto(texto) + u"'"_s;
+}
+
+const QString ItemPadrao =
+    u"INSERT INTO itens (data, hora, cupom, nfce, Item, loja, caixa, ccf, serie, vendedor, "
+    "cliente, nomecliente, forpag, codprod, nomeprod, quant, valor, valortotal, custo, Acrescimo, "
+    "Desconto, icms, trib) VALUES ('2026-11-14', '09:08:07', 12, 45, 1, 2, 1, 33, '001', 'ANA', "
+    "5, 'JOSE', 3, 7, 'ARROZ', 2, 1234.5, 21, 3.2567, 0.5, 1.25, 'T18', 'T')"_s;
+const QString VendaPadrao =
+    u"INSERT INTO vendas (data, hora, cupom, nfce, loja, caixa, ccf, serie, operador, vendedor, "
+    "cliente, nomecliente, forpag, valor, Desconto, Acrescimo, Dinheiro, CartaoDeb, CartaoCred, "
+    "pix, credloja, chave, autorizacao, erro, tempo, xml_info) VALUES ('2026-11-14', '09:08:07', "
+    "12, 45, 2, 1, 33, '001', '007', 'ANA', 5, 'JOSE', 3, 1234.56, 0.44, 1, 10, 5.5, 2.25, 1.1, "
+    "3, '31263333333333333333333333333333333333333333', '131', 'ok', '1', '<x/>')"_s;
+const QString ColunasConta = u"codplano, codcli, nome, datalanc, valor, datavenc, forpgto, "
+                             "nomepgto, tipo, numvenda, parcela, documento, obs, valortotal, "
+                             "usuario"_s;
+
+class ExportacaoTest : public BancoTeste {
+protected:
+    void SetUp() override {
+        BancoTeste::SetUp();
+        if (IsSkipped()) return;
+        Configura({u"VENDASONLINESRV=SIM"_s});
+        CriaRemota();
+        ExecutaRemota(
+            u"INSERT INTO produtos (codigo, estoque, estoquefisico) VALUES (7, 100, 50)"_s);
+        Executa(u"INSERT INTO forpag VALUES (3, 'PRAZO ''X''', '12', 45)"_s);
+    }
+
+    // The standard row, then `mudancas` ("quant = 2, Item = 3") on it.
+    void Insere(const QString& padrao, const QString& tabela, const QString& mudancas) {
+        Executa(padrao);
+        if (mudancas.isEmpty()) return;
+        const QString id = Texto(u"SELECT MAX(id) FROM "_s + tabela);
+        Executa(u"UPDATE %1 SET %2 WHERE id = %3"_s.arg(tabela, mudancas, id));
+    }
+    void Item(const QString& mudancas = {}) { Insere(ItemPadrao, u"itens"_s, mudancas); }
+    void Venda(const QString& mudancas = {}) { Insere(VendaPadrao, u"vendas"_s, mudancas); }
+
+    ResultadoExportacao Exporta() {
+        servidor = std::make_unique<Servidor>(pasta.caminho(), ambiente);
+        servidor->venda.CodigoCliente = codigoCliente;
+        servidor->venda.CodigoUsuario = 17;
+        servidor->conexoes.PreparaConexaoPrincipal();
+        servidor->conexoes.AbreConexaoRemota();
+        const int gancho = ambiente.AoBombear([&] {
+            if (!titulos.contains(servidor->painel.Caption)) titulos << servidor->painel.Caption;
+        });
+        const ResultadoExportacao r = CmdExportar(*servidor);
+        ambiente.RemoveGancho(gancho);
+        return r;
+    }
+
+    // The remote rows, each as its columns joined by "|", as the recordset reads them.
+    QStringList Remotas(const QString& colunas, const QString& tabela) {
+        Registros rs;
+        conexoes->AbreConsultaRemota(rs, u"SELECT %1 FROM %2 ORDER BY id"_s.arg(colunas, tabela));
+        QStringList linhas;
+        for (; !rs.Eof(); rs.MoveNext()) {
+            QStringList linha;
+            for (const QString& campo : rs.Campos())
+                linha.append(rs.Texto(campo));
+            linhas.append(linha.join(u'|'));
+        }
+        return linhas;
+    }
+
+    int Marcados() {
+        return Conta(u"itens"_s, u"exportado = 1"_s) + Conta(u"vendas"_s, u"exportado = 1"_s);
+    }
+    bool Registrou(const QString& trecho) const {
+        return ambiente.registro.filter(trecho).size() == 1;
+    }
+
+    std::unique_ptr<Servidor> servidor;
+    qint32 codigoCliente = 0;
+    QStringList titulos;
+};
+
+TEST_P(ExportacaoTest, ItensEVendasComOsValoresExatos) {
+    Item(u"quant = 1234.5"_s);
+    Item(u"nfce = 0, Item = 2, caixa = 12, quant = 0.5"_s);
+    Item(u"situacao = 'C', Item = 3"_s);
+    Venda();
+    Venda(u"cupom = 13, nfce = 0, serie = '999'"_s);
+    Venda(u"cupom = 14, exportado = 1"_s);
+
+    const ResultadoExportacao r = Exporta();
+
+    const QString item = u"2026-11-14|12|2|%1|1234.5|%2|T18|T|12|%3|3.26|21|33|7|ARROZ|1.25|0.5|"
+                         "ANA|5|JOSE|2026-11-15|0|IMP|V|%4|N|09:08:07|3|001"_s;
+    EXPECT_EQ(Remotas(u"data, cupom, loja, caixa, valor, quant, icms, trib, numvenda, item, "
+                      "custo, valortotal, ccf, codprod, nomeprod, desconto, acrescimo, vendedor, "
+                      "cliente, nomecliente, dataimp, comissao, arq, tipo, fisc, situacao, hora, "
+                      "forpag, serie"_s,
+                      u"itens"_s),
+              QStringList({item.arg(u"001", u"1.234.500", u"1", u"EE"),
+                           item.arg(u"012", u"0.500", u"2", u"II")}));
+    const QString venda = u"2026-11-14|2|001|09:08:07|1234.56|0.44|1|%1|%1|3|0|10|0|5.5|2.25|0|0|"
+                          "ANA|5|JOSE|2026-11-15|33|IMP|N|00000000000000000000|7|%2|3126"_s +
+                          QString(40, u'3') + u"|131|ok|1|65|1.1|0|3|<x/>"_s;
+    EXPECT_EQ(Remotas(u"data, loja, caixa, hora, valor, desconto, acrescimo, cupom, numvenda, "
+                      "forpag, itens, dinheiro, cheque, cartao, cartaocred, vale, outros, "
+                      "vendedor, cliente, nomecliente, dtimp, ccf, arq, situacao, serie, "
+                      "operador, fisc, chave, autorizacao, erro, tempo, modelo, pix, alimentacao, "
+                      "credloja, xml_info"_s,
+                      u"vendas"_s),
+              QStringList({venda.arg(u"12", u"E"), venda.arg(u"13", u"I")}));
+
+    EXPECT_EQ(Marcados(), 6);
+    EXPECT_EQ(std::tie(r.itensLidos, r.itensEnviados, r.itensConfirmados, r.vendasLidas,
+                       r.vendasEnviadas, r.vendasConfirmadas, r.contasEnviadas),
+              std::make_tuple(2, 2, 2, 2, 2, 2, 0));
+    // 0.01 s before, per item and after the items; 0.02 s per sale.
+    EXPECT_EQ(ambiente.msAguardados(), 10 + 2 * 10 + 10 + 2 * 20);
+    EXPECT_EQ(titulos, QStringList({"Transmitindo Itens. Aguarde.....",
+                                    "Transmitindo Vendas. Aguarde....."}));
+    EXPECT_EQ(servidor->painel.Caption, u"Servidor NFC-e"_s);
+}
+
+TEST_P(ExportacaoTest, BaixaOEstoqueNaColunaConfigurada) {
+    const struct {
+        QString config, estoque, fisico;
+    } casos[] = {{u""_s, u"97"_s, u"50"_s}, {u"SIM"_s, u"100"_s, u"47"_s}};
+    for (const auto& caso : casos) {
+        Configura({u"VENDASONLINESRV=SIM"_s, u"ESTOQUEFISICO="_s + caso.config});
+        ExecutaRemota(u"UPDATE produtos SET estoque = 100, estoquefisico = 50"_s);
+        Item(u"quant = 2.5"_s);
+        Item(u"Item = 2, quant = 0.5"_s);
+        // The grouped quantity makes a statement the database refuses: logged, stock unchanged.
+        Item(u"Item = 3, quant = 1500"_s);
+        Exporta();
+        EXPECT_EQ(TextoRemoto(u"SELECT estoque FROM produtos"_s), caso.estoque);
+        EXPECT_EQ(TextoRemoto(u"SELECT estoquefisico FROM produtos"_s), caso.fisico);
+    }
+    EXPECT_EQ(ambiente.registro
+                  .filter(u"baixa de estoque do produto 7 (cupom 12, caixa 001, "
+                          "item 3)"_s)
+                  .size(),
+              2);
+}
+
+TEST_P(ExportacaoTest, ContaAReceberDeVendaAPrazo) {
+    const QString conta = u"%1|%2|JOSE|2026-11-14|%3|%4|%5|%6|V|12|1|Venda 000012|%7|1234.56|17"_s;
+    const QString comForma =
+        conta.arg(u"12", u"5", u"30", u"2026-12-29", u"3", u"PRAZO 'X'", u"NFCE");
+    const struct {
+        QString venda;
+        qint32 codigoCliente;
+        QStringList contas;
+    } casos[] = {
+        {u"Vale = 30"_s, 0, {comForma}},
+        {u"Outros = 20, forpag = 9, nfce = 0"_s,
+         0,
+         {conta.arg(u"1", u"5", u"20", u"2026-12-15", u"1", u"30 DIAS", u"II")}},
+        // Only the driver's customer code is checked against 999999, not the sale's.
+        {u"Vale = 30, cliente = 999999"_s,
+         0,
+         {conta.arg(u"12", u"999999", u"30", u"2026-12-29", u"3", u"PRAZO 'X'", u"NFCE")}},
+        {u"Vale = 10, Outros = 5"_s, 0, {}}, // one value too many: refused
+        {u"Vale = 30, cliente = 1"_s, 0, {}},
+        {u"Vale = 30"_s, 999999, {}},
+        {u"Dinheiro = 9"_s, 0, {}},
+    };
+    for (const auto& caso : casos) {
+        ExecutaRemota(u"DELETE FROM contasreceber"_s);
+        Venda(caso.venda);
+        codigoCliente = caso.codigoCliente;
+        const ResultadoExportacao r = Exporta();
+        EXPECT_EQ(Remotas(ColunasConta, u"contasreceber"_s), caso.contas)
+            << caso.venda.toStdString();
+        EXPECT_EQ(r.vendasConfirmadas, 1);
+        EXPECT_EQ(r.contasEnviadas, caso.contas.size());
+    }
+    EXPECT_TRUE(Registrou(u"falha ao enviar conta a receber (cupom 12, caixa 001)"_s));
+}
+
+TEST_P(ExportacaoTest, NadaPendenteAindaMarcaTudo) {
+    Item(u"situacao = 'C'"_s);
+    Venda(u"situacao = 'C'"_s);
+    const ResultadoExportacao r = Exporta();
+    EXPECT_EQ(Marcados(), 2);
+    EXPECT_TRUE(Remotas(u"id"_s, u"itens"_s).isEmpty() && Remotas(u"id"_s, u"vendas"_s).isEmpty());
+    EXPECT_EQ(r.itensLidos + r.vendasLidas, 0);
+    EXPECT_EQ(ambiente.msAguardados(), 10);
+    EXPECT_TRUE(ambiente.registro.isEmpty()) << ambiente.registro.join(u'\n').toStdString();
+}
+
+TEST_P(ExportacaoTest, SemExportacaoNadaEMarcado) {
+    const QStringList semRemota =
+        LinhasDosBancos().filter(QRegularExpression(u"^(?!SERVIDORBASE)"_s));
+    const QStringList remotaFora = {u"SERVIDORBASE="_s + host(),
+                                    u"SERVIDORBASEDADOS="_s + BaseInexistente(),
+                                    u"SERVIDORUSUARIO=master"_s, u"VENDASONLINESRV=SIM"_s};
+    const QString falhou = u"Erro de Conexão do Banco de Dados do Servidor."_s;
+    const struct {
+        QStringList config;
+        bool ligada;
+        int erro;
+        QString mensagem;
+    } casos[] = {
+        {LinhasDosBancos() << u"VENDASONLINESRV=sim"_s, false, 0, {}},
+        {LinhasDosBancos() << u"VENDASONLINESRV=NAO"_s, false, 0, {}},
+        {LinhasDosBancos(), false, 0, {}},
+        {semRemota + remotaFora, true, 0, falhou},
+        {QStringList{u"TIPOBANCO=SQLITE"_s, u"BASEDADOS=falta.db"_s} + remotaFora,
+         false,
+         ErroProvedor,
+         {}},
+    };
+    Item();
+    Venda();
+    for (const auto& caso : casos) {
+        pasta.EscreveConfig(caso.config);
+        ambiente.mensagens.clear();
+        ResultadoExportacao r;
+        EXPECT_EQ(ErroDe([&] { r = Exporta(); }).numero(), caso.erro);
+        EXPECT_EQ(std::tie(r.ligada, r.conectada), std::make_tuple(caso.ligada, false));
+        EXPECT_EQ(ambiente.mensagens.size(), caso.mensagem.isEmpty() ? 0 : 1);
+        EXPECT_EQ(ambiente.mensagens.value(0).texto, caso.mensagem);
+    }
+    EXPECT_EQ(Marcados(), 0);
+    EXPECT_TRUE(titulos.isEmpty());
+    EXPECT_EQ(servidor->painel.Caption, u"Servidor NFC-e"_s);
+    EXPECT_EQ(ambiente.msAguardados(), 0);
+}
+
+TEST_P(ExportacaoTest, TextosChegamIntactos) {
+    const QString longo = QString(u"D'Á|\"x\"\\"_s).repeated(12500);
+    const QString casos[] = {u"D'ÁVILA"_s, u"O''REILLY | \"X\" | \\"_s, u""_s, u"\x01\x02\x7f\tz"_s,
+                             longo.left(99)};
+    int cupom = 100;
+    for (const QString& texto : casos) {
+        const QString mudancas = u"cupom = %1, nomecliente = %2"_s.arg(++cupom).arg(L(texto));
+        Item(mudancas);
+        Venda(mudancas + u", Vale = 1, xml_info = "_s + L(longo + texto));
+    }
+    Exporta();
+    const QStringList textos(std::begin(casos), std::end(casos));
+    QStringList longos;
+    for (const QString& texto : textos)
+        longos.append(longo + texto);
+    EXPECT_EQ(Remotas(u"nomecliente"_s, u"itens"_s), textos);
+    EXPECT_EQ(Remotas(u"nomecliente"_s, u"vendas"_s), textos);
+    EXPECT_EQ(Remotas(u"nome"_s, u"contasreceber"_s), textos);
+    EXPECT_EQ(Remotas(u"xml_info"_s, u"vendas"_s), longos);
+}
+
+TEST_P(ExportacaoTest, ValoresNumericosHostisNaoMudamOsComandos) {
+    if (!EmSqlite()) GTEST_SKIP() << "only SQLite keeps text in numeric columns";
+    ExecutaRemota(u"INSERT INTO produtos (codigo, estoque) VALUES (8, 100)"_s);
+    Executa(u"UPDATE forpag SET parc1 = 99999999"_s);
+    Item(u"codprod = '8 OR 1=1'"_s);
+    Item(u"Item = '2; DELETE FROM itens'"_s);
+    Item(u"Item = 3, quant = '1e30x'"_s);
+    Venda(u"Vale = 'abc', cupom = '1|2'"_s);
+    Venda(u"Vale = 5"_s);
+    const ResultadoExportacao r = Exporta();
+    EXPECT_EQ(TextoRemoto(u"SELECT estoque FROM produtos WHERE codigo = 8"_s), u"100"_s);
+    EXPECT_EQ(TextoRemoto(u"SELECT estoque FROM produtos WHERE codigo = 7"_s), u"98"_s);
+    EXPECT_EQ(Remotas(u"item"_s, u"itens"_s).size(), 2);
+    EXPECT_EQ(Remotas(u"vale"_s, u"vendas"_s), QStringList({"5", "0"}));
+    EXPECT_TRUE(Remotas(u"id"_s, u"contasreceber"_s).isEmpty());
+    EXPECT_EQ(r.naoEncontrados,
+              QStringList({"item cupom 12, caixa 001, item 2; DELETE FROM itens",
+                           "item cupom 12, caixa 001, item 3", "venda cupom 1|2, caixa 001"}));
+    for (const QString& trecho :
+         {u"baixa de estoque do produto 8 OR 1=1 (cupom 12, caixa 001, item 1): Tipos"_s,
+          u"falha ao enviar item (cupom 12, caixa 001, item 3): Estouro"_s,
+          u"conta a receber (cupom 12, caixa 001): Estouro"_s})
+        EXPECT_TRUE(Registrou(trecho)) << ambiente.registro.join(u'\n').toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Motores, ExportacaoTest, ::testing::ValuesIn(Motores()), NomeDoMotor);
+
+} // namespace
+} // namespace nfce::teste
