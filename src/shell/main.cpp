@@ -10,12 +10,15 @@ namespace {
 const std::map<QString, std::function<int(const QStringList&)>> comandos = {
     {QStringLiteral("empresa"), nfce::ComandoEmpresa},
     {QStringLiteral("iniciar"), nfce::ComandoIniciar},
+    {QStringLiteral("gerar"), nfce::ComandoGerar},
+    {QStringLiteral("exportar"), nfce::ComandoExportar},
 };
 
 int Uso() {
-    return nfce::ErroDeUso(
-        QStringLiteral("iniciar DIR [--exemplos]\n"
-                       "     servidor-nfce empresa DIR [--mostrar] < dados.txt"));
+    return nfce::ErroDeUso(QStringLiteral("iniciar DIR [--exemplos]\n"
+                                          "     servidor-nfce empresa DIR [--mostrar] < dados.txt\n"
+                                          "     servidor-nfce gerar NFCE [--pasta DIR]\n"
+                                          "     servidor-nfce exportar [--pasta DIR]"));
 }
 
 } // namespace

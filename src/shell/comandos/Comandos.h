@@ -8,6 +8,8 @@ namespace nfce {
 // exit status. Errors are thrown and reported by ExecutaComando.
 int ComandoEmpresa(const QStringList& argumentos);
 int ComandoIniciar(const QStringList& argumentos);
+int ComandoGerar(const QStringList& argumentos);
+int ComandoExportar(const QStringList& argumentos);
 
 // The arguments that are not options ("--x"), and the value of an option "--x VALUE".
 QStringList ArgumentosPosicionais(const QStringList& argumentos);

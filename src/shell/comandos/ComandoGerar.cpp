@@ -1,0 +1,62 @@
+#include "shell/comandos/Comandos.h"
+
+#include "contexto/Servidor.h"
+#include "nfce/GeraNfce.h"
+#include "plataforma/AmbienteQt.h"
+#include "shell/comandos/Saida.h"
+#include "storage/Empresa.h"
+#include "storage/ErroExecucao.h"
+#include "storage/Pastas.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <algorithm>
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// An NFC-e number: 1 to 999999999, digits only (0 is the tills' "no NFC-e").
+qint64 NumeroNfce(const QString& texto) {
+    bool ok = false;
+    const qint64 numero = texto.toLongLong(&ok);
+    const bool soDigitos =
+        std::all_of(texto.begin(), texto.end(), [](QChar c) { return c.isDigit(); });
+    if (!ok || !soDigitos || numero < 1 || numero > 999999999)
+        throw ErroExecucao(ErroArgumentoInvalido,
+                           u"Número de NFC-e inválido: \"%1\""_s.arg(texto.left(40)));
+    return numero;
+}
+
+// What the start-up does before any sale is sent: company record, working folders (and
+// UniNFe's input folder, which UniNFe itself makes when it runs), main connection.
+void Prepara(Servidor& servidor) {
+    servidor.empresa = CarregaEmpresa(servidor.pasta);
+    Alterar(servidor.pasta, servidor.empresa.Cnpj, servidor.ambiente.Data());
+    QDir().mkpath(Caminho(servidor.pasta, servidor.empresa.Cnpj + u"\\Validar"_s));
+    servidor.conexoes.PreparaConexaoPrincipal();
+    servidor.conexoes.ReabreConexao();
+}
+
+} // namespace
+
+// servidor-nfce gerar NFCE [--pasta DIR]: the NFC-e text of one sale, written as the
+// automatic sender writes it; prints the file's path.
+int ComandoGerar(const QStringList& argumentos) {
+    const QStringList posicionais = ArgumentosPosicionais(argumentos);
+    const QString pasta = ValorOpcao(argumentos, u"--pasta"_s);
+    if (posicionais.size() != 1 || (argumentos.contains(u"--pasta"_s) && pasta.isEmpty()))
+        return ErroDeUso(u"gerar NFCE [--pasta DIR]"_s);
+    const qint64 nfce = NumeroNfce(posicionais.first());
+    AmbienteQt ambiente;
+    Servidor servidor(
+        QDir(pasta.isEmpty() ? QCoreApplication::applicationDirPath() : pasta).absolutePath(),
+        ambiente);
+    Prepara(servidor);
+    EscreveSaida(QDir::toNativeSeparators(GeraNfceDaVenda(servidor, nfce)) + u'\n');
+    return 0;
+}
+
+} // namespace nfce
