@@ -96,9 +96,15 @@ void Conexao::AbreSqlite(QSqlDatabase& banco) {
     if (!banco.open()) FalhaDoBanco(banco.lastError());
     // The file is only read at the first statement: a file that is no database fails here.
     const QSqlError erro = ErroDe(banco, QStringLiteral("SELECT count(*) FROM sqlite_master"));
-    if (!erro.isValid()) return;
-    banco.close();
-    FalhaDoBanco(erro);
+    if (erro.isValid()) {
+        banco.close();
+        FalhaDoBanco(erro);
+    }
+    // Every statement is its own transaction; with a write-ahead log a commit costs no disk
+    // flush, so the item-by-item updates and the export stay fast. A folder where the log
+    // cannot be made keeps the default journal, which is only slower.
+    ErroDe(banco, QStringLiteral("PRAGMA journal_mode = WAL"));
+    ErroDe(banco, QStringLiteral("PRAGMA synchronous = NORMAL"));
 }
 
 void Conexao::Fecha() noexcept {
