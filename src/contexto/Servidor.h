@@ -1,11 +1,14 @@
 #pragma once
 
+#include "contexto/EstadoFila.h"
 #include "contexto/EstadoVenda.h"
 #include "contexto/Painel.h"
 #include "plataforma/Ambiente.h"
 #include "storage/Conexoes.h"
 #include "storage/Configuracao.h"
 #include "storage/Empresa.h"
+
+#include <functional>
 
 namespace nfce {
 
@@ -22,8 +25,13 @@ struct Servidor {
     Empresa empresa;
     Conexoes conexoes;
     EstadoVenda venda;
+    EstadoFila fila;
     Painel painel;
     qint16 Temp = 0; // setting TEMP as read at start-up
+
+    // The single-sale re-emission that some rejections start (argument: the NFC-e number);
+    // nothing happens while the drivers have not set it.
+    std::function<void(const QString& nfce)> EmiteNfceImprime;
 };
 
 } // namespace nfce

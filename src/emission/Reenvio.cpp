@@ -1,0 +1,101 @@
+#include "emission/Reenvio.h"
+
+#include "contexto/Servidor.h"
+#include "emission/FilaPendentes.h"
+#include "storage/ErroExecucao.h"
+#include "storage/Formatacao.h"
+
+#include <cmath>
+#include <limits>
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Periodo {
+    bool reabreAntes;
+    QDate (*inicio)(const QDate& hoje);
+    double esperaAposReenfileirar;
+    void (*consulta)(Servidor& s);
+};
+
+QDate PrimeiroDoMes(const QDate& hoje) {
+    return QDate(hoje.year(), hoje.month(), 1);
+}
+
+// Sales before this date are left alone, whatever their state.
+QDate InicioFixo(const QDate&) {
+    return QDate(2021, 6, 1);
+}
+
+constexpr Periodo DoMes{false, PrimeiroDoMes, 0, ConsultaGrid};
+constexpr Periodo DesdeJunho2021{true, InicioFixo, 0.01, ConsultaGrid01};
+
+// The caption's number rounded half to even into the 16-bit round counter.
+int Rodadas(const QString& contagem) {
+    const double valor = std::nearbyint(Val(contagem));
+    if (!(valor >= std::numeric_limits<qint16>::min() &&
+          valor <= std::numeric_limits<qint16>::max()))
+        throw ErroExecucao(ErroEstouro,
+                           u"Estouro: a contagem \"%1\" não cabe no contador de rodadas."_s.arg(
+                               contagem.left(40)));
+    return static_cast<int>(valor);
+}
+
+void Reenvia(Servidor& s, const Periodo& p, const std::function<void()>& enviaTodos) {
+    if (p.reabreAntes) s.conexoes.ReabreConexao();
+    EstadoFila& fila = s.fila;
+    const QDate hoje = s.ambiente.Data();
+    fila.DataTexto = hoje.toString(u"dd/MM/yyyy");
+    DefinePeriodo(fila, p.inicio(hoje), hoje);
+    s.conexoes.ReabreConexao();
+    s.conexoes.Executa(SqlReenfileiraPeriodo(fila.DataInicialSql, fila.DataFinalSql));
+    if (p.esperaAposReenfileirar > 0) s.ambiente.Aguarda(p.esperaAposReenfileirar);
+    ConsultaGrid(s);
+    const int rodadas = Rodadas(s.painel.LblQuantCup);
+    for (int rodada = 0; rodada <= rodadas; ++rodada) {
+        s.venda.ModoRetorno.clear();
+        s.venda.ModoRetorno = u"NC1"_s;
+        p.consulta(s);
+        if (Val(s.painel.LblQuantCup) > 0) enviaTodos();
+    }
+}
+
+} // namespace
+
+void Reenfileira(Servidor& s) {
+    s.conexoes.ReabreConexao();
+    s.conexoes.Executa(SqlReenfileira());
+}
+
+void AtEnvioTime(Servidor& s) {
+    Reenfileira(s);
+    s.fila.HoraReenvio = s.ambiente.Hora().toString(u"HH:mm");
+    s.ambiente.Aguarda(60);
+    s.painel.TimerVendasAtivo = true;
+}
+
+void EnvioTime(Servidor& s, const std::function<void()>& enviaTodos) {
+    Reenvia(s, DoMes, enviaTodos);
+}
+
+void EnvioTime01(Servidor& s, const std::function<void()>& enviaTodos) {
+    Reenvia(s, DesdeJunho2021, enviaTodos);
+}
+
+// The ORDER BY stays as in the selection it came from; SQLite gets it dropped by the
+// dialect step.
+QString SqlReenfileira() {
+    return u"UPDATE vendas SET enviotime = 0 "_s + u"WHERE tempo <> '"_s + u"1"_s +
+           u"' AND nfce <> 0 AND enviotime = 1 ORDER BY cupom asc"_s;
+}
+
+QString SqlReenfileiraPeriodo(const QString& inicioSql, const QString& fimSql) {
+    return u"UPDATE vendas SET enviotime = 0 "_s + u"WHERE data >= "_s + inicioSql +
+           u" AND data <= "_s + fimSql + u" AND tempo <> '"_s + u"1"_s +
+           u"' AND nfce <> 0 AND enviotime = 1 ORDER BY cupom asc"_s;
+}
+
+} // namespace nfce
