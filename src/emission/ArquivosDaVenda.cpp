@@ -1,0 +1,53 @@
+#include "emission/ArquivosDaVenda.h"
+
+#include "contexto/Servidor.h"
+#include "storage/Configuracao.h"
+#include "storage/Formatacao.h"
+#include "storage/Pastas.h"
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+QString ArquivosDaVenda::DaEmpresa(const QString& relativo) const {
+    return Caminho(s.pasta, s.venda.CnpjEmpresa + u"\\"_s + relativo);
+}
+
+QString ArquivosDaVenda::NoRetorno(const QString& nome) const {
+    return DaEmpresa(u"RETORNO\\"_s + nome);
+}
+
+QString ArquivosDaVenda::NoEnvio(const QString& nome) const {
+    return DaEmpresa(u"Envio\\"_s + nome);
+}
+
+QString ArquivosDaVenda::Base() const {
+    const QString& data = s.venda.DataArquivo;
+    return Zeros(s.venda.NumNfce, 9) + u'_' + Apara(s.venda.CnpjEmpresa) + u'_' +
+           s.venda.SerieNfce + u'_' + data.mid(0, 2) + u'_' + data.mid(2, 2) + u'_' +
+           data.mid(4, 4);
+}
+
+QString ArquivosDaVenda::XmlAutorizado(const QString& chave) const {
+    return DaEmpresa(u"ENVIADO\\Autorizados\\"_s + s.venda.MesAutorizados + u"\\"_s + chave +
+                     u"-procNFe.xml"_s);
+}
+
+QString ArquivosDaVenda::CopiaContabil() const {
+    return DaEmpresa(u"CONTABILIDADE\\"_s + s.venda.MesContabil + u"\\"_s +
+                     Zeros(s.venda.NumNfce, 9) + u"-procNFe.xml"_s);
+}
+
+QString ArquivosDaVenda::XmlValidado(const QString& chave) const {
+    return DaEmpresa(u"VALIDAR\\VALIDADO\\"_s + chave + u"-nfe.xml"_s);
+}
+
+QString ArquivosDaVenda::XmlComFalha(const QString& chave) const {
+    return DaEmpresa(u"Erro\\"_s + chave + u"-nfe.xml"_s);
+}
+
+QString ArquivosDaVenda::XmlEmProcessamento(const QString& chave) const {
+    return DaEmpresa(u"Enviado\\EmProcessamento\\"_s + chave + u"-nfe.xml"_s);
+}
+
+} // namespace nfce

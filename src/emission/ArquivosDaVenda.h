@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+namespace nfce {
+
+struct Servidor;
+
+// Where UniNFe's files of the sale being emitted are, below the company's folder. Every
+// path is resolved on disk case-insensitively ("ENVIADO" finds "Enviado"), so the mixed
+// capitals the system writes name the same UniNFe folders as on Windows.
+struct ArquivosDaVenda {
+    explicit ArquivosDaVenda(const Servidor& servidor) : s(servidor) {}
+
+    // A file of the company folder, `relativo` written with "\" as the system writes it.
+    QString DaEmpresa(const QString& relativo) const;
+    QString NoRetorno(const QString& nome) const;
+    QString NoEnvio(const QString& nome) const;
+
+    // Base name of the sale's TXT: NNNNNNNNN_CNPJ_SSS_dd_mm_yyyy.
+    QString Base() const;
+    QString XmlAutorizado(const QString& chave) const;
+    QString CopiaContabil() const;
+    QString XmlValidado(const QString& chave) const;
+    QString XmlComFalha(const QString& chave) const;
+    QString XmlEmProcessamento(const QString& chave) const;
+
+    const Servidor& s;
+};
+
+} // namespace nfce

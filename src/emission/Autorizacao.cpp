@@ -1,0 +1,121 @@
+#include "emission/Autorizacao.h"
+
+#include "contexto/Servidor.h"
+#include "emission/ArquivosDaVenda.h"
+#include "emission/ConsultaSituacao.h"
+#include "emission/LinhaProtocolo.h"
+#include "storage/ArquivoTexto.h"
+#include "storage/Formatacao.h"
+#include "storage/Pastas.h"
+#include "storage/Registros.h"
+#include "storage/Sql.h"
+
+#include <QFile>
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString Numero(qint32 n) {
+    return QString::number(n);
+}
+
+void MarcaXml(Servidor& s) {
+    s.conexoes.Executa(u"UPDATE vendas SET xml = 'S' WHERE nfce = "_s + Numero(s.venda.NumNfce));
+}
+
+void Copia(Servidor& s, const QString& origem, const QString& destino) {
+    if (!CopiaArquivo(origem, destino))
+        s.ambiente.Registra(u"Não foi possível copiar "_s + origem + u" para "_s + destino);
+}
+
+void MarcaAutorizada(Servidor& s, const LinhaProtocolo& linha) {
+    const EstadoVenda& v = s.venda;
+    if (v.VendaOrcamento)
+        s.conexoes.Executa(u"UPDATE orcamento SET autorizacao =  '"_s +
+                           EscapaTexto(linha.Protocolo()) + u"', tempo = '"_s +
+                           EscapaTexto(v.TipoEmissao) + u"', emitido = 'S', cupomnfce = '"_s +
+                           Numero(v.NumCupom) + u"' WHERE cupom = "_s + Numero(v.NumOrcamento));
+    s.conexoes.Executa(u"UPDATE vendas SET autorizacao = '"_s + EscapaTexto(linha.Protocolo()) +
+                       u"', chave = '"_s + EscapaTexto(linha.Chave()) + u"', erro = '"_s +
+                       EscapaTexto(linha.Motivo()) + u"', tempo = '1' WHERE cupom = "_s +
+                       Numero(v.NumCupom));
+}
+
+void GuardaTextoDoXml(Servidor& s, const QString& xml) {
+    if (ArquivoExiste(xml))
+        s.conexoes.Executa(u"UPDATE vendas SET xml_info = '"_s + EscapaTexto(TextoDoArquivo(xml)) +
+                           u"' WHERE nfce = "_s + Numero(s.venda.NumNfce));
+    s.painel.LblQuantCup = TextoNumero(Val(s.painel.LblQuantCup) - 1);
+}
+
+} // namespace
+
+void ImprimeDanfe(Servidor& s, const QString& chave) {
+    const EstadoVenda& v = s.venda;
+    s.ambiente.IniciaPrograma(u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s + s.pasta + u"\\"_s +
+                              v.CnpjEmpresa + u"\\ENVIADO\\Autorizados\\"_s + v.MesAutorizados +
+                              u"\\"_s + chave + u"-procNFe.xml t=nfce"_s);
+}
+
+bool CopiaContabil(Servidor& s, const QString& chave) {
+    const ArquivosDaVenda arquivos(s);
+    const QString xml = arquivos.XmlAutorizado(chave);
+    if (!ArquivoExiste(xml)) return false;
+    Copia(s, xml, arquivos.CopiaContabil());
+    return true;
+}
+
+void CopiaParaContador(Servidor& s, const QString& chave) {
+    if (s.LerConfig(u"ENVIOXML"_s) != u"SIM"_s) return;
+    Registros empresa;
+    s.conexoes.AbreTabela(empresa, u"empresa"_s);
+    const QString raiz = empresa.Eof() ? QString() : empresa.Texto(u"pathenvio"_s);
+    empresa.Fecha();
+    // The accountant's folder is never created here: no folder, no copy.
+    if (Vazio(raiz)) return;
+    const EstadoVenda& v = s.venda;
+    const QString pasta = Caminho(raiz, v.CnpjEmpresa + u"\\Contabilidade\\"_s + v.SerieNfce +
+                                            u"\\"_s + s.ambiente.Data().toString(u"MMyyyy"_s));
+    const QString xml = ArquivosDaVenda(s).XmlAutorizado(chave);
+    if (PastaExiste(pasta) && ArquivoExiste(xml))
+        Copia(s, xml, pasta + u"/"_s + Zeros(v.NumNfce, 9) + u"-procNFe.xml"_s);
+}
+
+void RegistraAutorizacao(Servidor& s, const LinhaProtocolo& linha, const QString& chave,
+                         bool jaImpresso) {
+    const QString xml = ArquivosDaVenda(s).XmlAutorizado(chave);
+    MarcaAutorizada(s, linha);
+    if (CopiaContabil(s, chave)) MarcaXml(s);
+    s.venda.Tentativa = 10;
+    if (!jaImpresso) {
+        if (ArquivoExiste(xml)) MarcaXml(s);
+        if (s.venda.ModoRetorno == u"CP"_s && s.venda.ImprimeCupom) ImprimeDanfe(s, chave);
+    }
+    CopiaParaContador(s, chave);
+}
+
+void ArquivaXmlAutorizado(Servidor& s, const QString& chave) {
+    const ArquivosDaVenda arquivos(s);
+    GuardaTextoDoXml(s, arquivos.XmlAutorizado(chave));
+    if (!ArquivoExiste(arquivos.XmlAutorizado(chave))) {
+        const QString validado = arquivos.XmlValidado(chave);
+        const QString falha = arquivos.XmlComFalha(chave);
+        if (ArquivoExiste(validado))
+            Copia(s, validado, arquivos.XmlEmProcessamento(chave));
+        else if (ArquivoExiste(falha))
+            Copia(s, falha, arquivos.XmlEmProcessamento(chave));
+        s.ambiente.Aguarda(1);
+        ConsultaSituacao(s, chave);
+    }
+    // ConsultaSituacao has moved MesAutorizados to the day folder: look there now.
+    if (!ArquivoExiste(arquivos.XmlAutorizado(chave))) return;
+    MarcaXml(s);
+    CopiaContabil(s, chave);
+    const QString validado = arquivos.XmlValidado(chave);
+    if (ArquivoExiste(validado)) QFile::remove(validado);
+}
+
+} // namespace nfce

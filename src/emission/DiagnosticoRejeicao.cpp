@@ -1,0 +1,195 @@
+#include "emission/DiagnosticoRejeicao.h"
+
+#include "contexto/Servidor.h"
+#include "emission/Autorizacao.h"
+#include "emission/LinhaProtocolo.h"
+#include "storage/Formatacao.h"
+#include "storage/Registros.h"
+#include "storage/Sql.h"
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum class Tratamento {
+    Dados,        // erro = the message, tempo '0'
+    Produto,      // the named item's product code in message and erro, tempo '0'
+    Inutilizada,  // erro = the message, sale and items marked situacao 'S'
+    Duplicidade,  // counts as authorised: row, accounting copy, enviotime 1 in between
+    SoDuplicidade // the row statement of Duplicidade alone
+};
+
+// Where the item number stands in the reason: 3 characters at `posicao` (from 0) of field 6,
+// or of field 7 when the code stands in field 6 (`segueOCodigo`). -1: the sale's first item.
+struct Item {
+    int posicao = -1;
+    bool segueOCodigo = false;
+};
+
+struct Regra {
+    const char* codigo;
+    Tratamento tratamento;
+    const char* mensagem; // Produto: followed by the product code
+    const char* erro;     // Produto: followed by the product code; otherwise the message
+    Item item = {};
+    bool zeros = true; // the product code padded to 6 digits in erro
+    bool enviotime = false;
+    bool reemite = false;
+};
+
+// The texts are the operators' vocabulary, spelling included.
+const Regra Regras[] = {
+    {"778",
+     Tratamento::Produto,
+     "Erro: NCM Inexistente Código do Produto: ",
+     "NCM Inexistente Cod. Produto ",
+     {43, true},
+     true,
+     true,
+     true},
+    {"315", Tratamento::Dados, "Data de Emissao anterior ao inicio da autorizacao de NFC-e", ""},
+    {"206",
+     Tratamento::Inutilizada,
+     "NF-Ce ja esta inutilizada na Base de dados da SEFAZ",
+     "",
+     {},
+     true,
+     true},
+    {"204", Tratamento::Duplicidade, "Autorizado o uso da NF-e", ""},
+    {"539", Tratamento::Duplicidade, "Autorizado o uso da NF-e", ""},
+    {"539", Tratamento::Duplicidade, "Autorizado o uso da NF-e", ""},
+    {"866", Tratamento::Dados, "Ausencia de troco", ""},
+    {"869", Tratamento::Dados, "Valor do troco incorreto.", ""},
+    {"865", Tratamento::Dados, "Total de Pagamentos menor que o Total", ""},
+    {"383",
+     Tratamento::Produto,
+     "Rejeiçao: Item com CSOSN indevido.Código do Produto: ",
+     "Item com CSOSN indevido. Cod. Produto ",
+     {41}},
+    {"725",
+     Tratamento::Produto,
+     "Erro: CFOP Inexistente Código do Produto: ",
+     "CFOP Inexistente Cod. Produto ",
+     {41},
+     false,
+     true},
+    {"386",
+     Tratamento::Produto,
+     "Rejeicao: CFOP nao permitido para o CSOSN Código do Produto: ",
+     "CFOP nao permitido para CST. Cod. Produto ",
+     {49, true},
+     true,
+     true,
+     true},
+    {"395", Tratamento::Dados, "Endereco do site da UF da Consulta via QR-Code diverge do previsto",
+     ""},
+    {"208", Tratamento::Dados, "CPF ou CNPJ do Destinatario Invalido", ""},
+    {"204", Tratamento::SoDuplicidade, "Autorizado o uso da NF-e", ""},
+    {"806",
+     Tratamento::Produto,
+     "Rejeicao: Operacao com ICMS-ST sem informacao do CEST",
+     "Operacao com ICMS-ST sem informacao do CEST",
+     {},
+     true,
+     true,
+     true},
+    {"237", Tratamento::Dados, "CPF do Destinatario Invalido", ""},
+    {"590", Tratamento::Dados, "Informado CST para emissor do Simples Nacional", ""},
+    {"208", Tratamento::Dados, "CPF ou CNPJ do Destinatario Invalido", ""},
+    {"385",
+     Tratamento::Produto,
+     "Rejeicao: Grupo de Tributacao ICMSSN900, informando dados do ICMS-ST"
+     "Código do Produto: ",
+     "Grupo de Tributacao. Cod. Produto ",
+     {76},
+     true,
+     true},
+};
+
+QString OndeCupom(const Servidor& s) {
+    return u" WHERE cupom = "_s + QString::number(s.venda.NumCupom);
+}
+
+// The product code of the item the reason names, read as stored. The lookup is trusted to
+// find a row; when it finds none the read raises ErroSemRegistroAtual.
+QString ProdutoDoItem(Servidor& s, const LinhaProtocolo& linha, const Regra& regra) {
+    QString sql = u"SELECT cupom, item, codprod FROM itens"_s + OndeCupom(s);
+    if (regra.item.posicao >= 0) {
+        const bool noCampo7 =
+            regra.item.segueOCodigo && linha.Campo(5) != QLatin1String(regra.codigo);
+        const QString motivo = linha.Campo(noCampo7 ? 7 : 6);
+        sql += u" AND item = "_s + TextoNumero(Val(motivo.mid(regra.item.posicao, 3)));
+    }
+    Registros itens;
+    s.conexoes.AbreConsulta(itens, sql);
+    return itens.Texto(u"codprod"_s);
+}
+
+// What a duplicate carries as its protocol number: cut from SEFAZ's reason text.
+QString ProtocoloDaDuplicidade(const LinhaProtocolo& linha, const QString& codigo) {
+    return codigo == u"204"_s ? linha.Campo(6).mid(36, 16) : linha.Campo(6).mid(121, 15);
+}
+
+void MarcaDuplicidade(Servidor& s, const LinhaProtocolo& linha, const Regra& regra) {
+    const QString codigo = QLatin1String(regra.codigo);
+    s.conexoes.Executa(
+        u"UPDATE vendas SET erro = '"_s + QLatin1String(regra.mensagem) + u"', autorizacao = '"_s +
+        EscapaTexto(ProtocoloDaDuplicidade(linha, codigo)) + u"', tempo = '1', chave = '"_s +
+        EscapaTexto(linha.Chave()) + u"' WHERE nfce = "_s + QString::number(s.venda.NumNfce));
+}
+
+void Aplica(Servidor& s, const LinhaProtocolo& linha, const Regra& regra, QString& mensagem) {
+    const QString texto = QString::fromUtf8(regra.mensagem);
+    switch (regra.tratamento) {
+    case Tratamento::Dados:
+        mensagem = texto;
+        s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + texto + u"', tempo = '0'"_s +
+                           OndeCupom(s));
+        break;
+    case Tratamento::Produto: {
+        const QString produto = ProdutoDoItem(s, linha, regra);
+        const bool comCodigo = regra.item.posicao >= 0;
+        mensagem = comCodigo ? texto + produto : texto;
+        const QString erro = QString::fromUtf8(regra.erro) +
+                             (comCodigo ? (regra.zeros ? Zeros(produto, 6) : produto) : QString());
+        s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + EscapaTexto(erro) +
+                           u"', tempo = '0'"_s + OndeCupom(s));
+        break;
+    }
+    case Tratamento::Inutilizada:
+        mensagem = texto;
+        s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + texto + u"', situacao = 'S'"_s +
+                           OndeCupom(s));
+        s.conexoes.Executa(u"UPDATE itens SET situacao = 'S'"_s + OndeCupom(s));
+        break;
+    case Tratamento::Duplicidade:
+    case Tratamento::SoDuplicidade:
+        mensagem = texto;
+        MarcaDuplicidade(s, linha, regra);
+        if (regra.tratamento == Tratamento::Duplicidade) {
+            CopiaContabil(s, s.painel.LblMens01);
+            s.conexoes.Executa(u"UPDATE vendas SET enviotime = 1"_s + OndeCupom(s));
+            CopiaParaContador(s, s.painel.LblMens01);
+        }
+        break;
+    }
+}
+
+} // namespace
+
+void DiagnosticaRejeicao(Servidor& s, const LinhaProtocolo& linha, bool autorizada,
+                         QString& mensagem) {
+    for (const Regra& regra : Regras) {
+        if (!linha.TemCodigo(QLatin1String(regra.codigo))) continue;
+        Aplica(s, linha, regra, mensagem);
+        if (regra.enviotime)
+            s.conexoes.Executa(u"UPDATE vendas SET enviotime = 1"_s + OndeCupom(s));
+        if (regra.reemite && !autorizada && s.venda.ModoRetorno == u"VENDA"_s && s.EmiteNfceImprime)
+            s.EmiteNfceImprime(QString::number(s.venda.NumNfce));
+        s.venda.Tentativa = 10;
+    }
+}
+
+} // namespace nfce

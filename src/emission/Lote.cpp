@@ -1,0 +1,16 @@
+#include "emission/Lote.h"
+
+#include "storage/ArquivoTexto.h"
+#include "storage/Configuracao.h"
+#include "storage/Formatacao.h"
+
+namespace nfce {
+
+QStringList LotesDoArquivo(const QString& caminho) {
+    QStringList lotes;
+    for (const QString& linha : LinhasDoArquivo(caminho))
+        if (!Vazio(linha.left(15))) lotes.append(TextoNumero(Val(linha.left(15))));
+    return lotes;
+}
+
+} // namespace nfce

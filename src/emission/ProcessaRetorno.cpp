@@ -1,0 +1,89 @@
+#include "emission/Retorno.h"
+
+#include "contexto/Servidor.h"
+#include "emission/ArquivosDaVenda.h"
+#include "emission/Autorizacao.h"
+#include "emission/DiagnosticoRejeicao.h"
+#include "emission/LinhaProtocolo.h"
+#include "emission/Lote.h"
+#include "emission/TempoEspera.h"
+#include "storage/ArquivoTexto.h"
+#include "storage/Formatacao.h"
+#include "storage/Pastas.h"
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// "CP" prints an authorised sale again; "NC" asks first. True when the receipt counts as
+// printed, so the authorisation does not print it a second time.
+bool ReimprimeSeAutorizada(Servidor& s, const QString& chave) {
+    const EstadoVenda& v = s.venda;
+    const bool reimprime = v.ModoRetorno == u"CP"_s ||
+                           (v.ModoRetorno == u"NC"_s &&
+                            s.ambiente.Pergunta(u"Deseja Reimprimir o Cupom?"_s, u"Atenção"_s));
+    if (!reimprime || !ArquivoExiste(ArquivosDaVenda(s).XmlAutorizado(chave))) return false;
+    if (v.ImprimeCupom) ImprimeDanfe(s, chave);
+    return true;
+}
+
+// The last lot number of "<key>-num-lot.txt"; the earlier one stays when there is none.
+void LeLote(Servidor& s, const QString& chave) {
+    s.ambiente.Aguarda(0.3);
+    const QString arquivo = ArquivosDaVenda(s).NoRetorno(chave + u"-num-lot.txt"_s);
+    if (!ArquivoExiste(arquivo)) return;
+    const QStringList lotes = LotesDoArquivo(arquivo);
+    if (!lotes.isEmpty()) s.venda.NumLote = lotes.last();
+}
+
+// One protocol line; the message it leaves for the caller.
+void ProcessaLinha(Servidor& s, const LinhaProtocolo& linha, const QString& chave, bool jaImpresso,
+                   bool& autorizada, QString& mensagem) {
+    mensagem = linha.Mensagem();
+    if (linha.TemCodigo(u"100"_s)) {
+        autorizada = true;
+        RegistraAutorizacao(s, linha, chave, jaImpresso);
+    }
+    DiagnosticaRejeicao(s, linha, autorizada, mensagem);
+    // Whatever the code, the remote copy of the sale is sent again.
+    const QString cupom = QString::number(s.venda.NumCupom);
+    s.conexoes.Executa(u"UPDATE vendas SET sync = false WHERE cupom = "_s + cupom);
+    s.conexoes.Executa(u"UPDATE itens SET sync = false WHERE cupom = "_s + cupom);
+    const QString codigo = linha.Campo(5);
+    if (codigo == u"100"_s || codigo == u"204"_s || codigo == u"539"_s)
+        ArquivaXmlAutorizado(s, chave);
+}
+
+} // namespace
+
+QString ProcessaRetorno(Servidor& s) {
+    EstadoVenda& v = s.venda;
+    const QString chave = s.painel.LblMens01;
+    v.TempoEspera = TempoDeEspera(s);
+    v.Tentativa = 0;
+    const bool jaImpresso = ReimprimeSeAutorizada(s, chave);
+    LeLote(s, chave);
+    QString mensagem;
+    for (int restantes = 33; restantes > 0 && Vazio(mensagem); --restantes) {
+        s.ambiente.DoEvents();
+        const QString arquivo =
+            ArquivosDaVenda(s).NoRetorno(Zeros(v.NumLote, 15) + u"-pro-rec.txt"_s);
+        s.ambiente.Aguarda(0.1);
+        if (ArquivoExiste(arquivo)) {
+            bool autorizada = false;
+            for (const QString& linha : LinhasDoArquivo(arquivo))
+                // Blank lines carry nothing; ";" starts UniNFe's lot-status line.
+                if (!linha.isEmpty() && !linha.startsWith(u';'))
+                    ProcessaLinha(s, LinhaProtocolo(linha), chave, jaImpresso, autorizada,
+                                  mensagem);
+            break;
+        }
+        s.ambiente.Aguarda(0.5);
+    }
+    v.Tentativa = 10;
+    return mensagem;
+}
+
+} // namespace nfce

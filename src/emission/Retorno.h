@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+namespace nfce {
+
+struct Servidor;
+
+// UniNFe's answers for the sale being emitted (Servidor::venda), read from the company's
+// RETORNO folder. Each routine sets `Tentativa` to its final value before it returns, which
+// ends the caller's retry loop; the retrying happens inside. A missing answer is no error:
+// the routine waits, looks again, and returns "" when its looks run out.
+
+// The access key from "<base>-nfe.txt"; written to LblMens01 and vendas.chave.
+QString LeChaveNfe(Servidor& s);
+// "Falha na Conversao da NFC-e - <segments>" from "<base>-nfe.err", stored in vendas.erro.
+QString LeErroNfe(Servidor& s);
+// The lot number of "<key>-num-lot.txt" into vendas.lote.
+void GravaLote(Servidor& s);
+// SEFAZ's refusal of the lot ("<lot>-pro-rec.err"), in capitals, stored in vendas.erro.
+QString LeErroRecibo(Servidor& s);
+// The outcome of the protocol file "<lot>-pro-rec.txt": authorisation, recognised rejection
+// or "<code> - <reason>"; "" when no answer came in about 20 seconds.
+QString ProcessaRetorno(Servidor& s);
+
+} // namespace nfce

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QStringList>
+
+namespace nfce {
+
+// UniNFe's exchange files are Windows-1252 text. Every byte decodes, so binary junk reads
+// as odd characters, never as an error.
+
+// The lines of a file; a line ends at CR LF, CR or LF. A file that cannot be opened (gone or
+// locked since it was seen) gives no lines: the readers then wait and look again.
+QStringList LinhasDoArquivo(const QString& caminho);
+
+// The whole file as UTF-8 text (the authorised XML); "" when it cannot be opened.
+QString TextoDoArquivo(const QString& caminho);
+
+// Creates or replaces the file with the lines, each ended by CR LF. A missing folder raises
+// ErroCaminhoNaoEncontrado (76), any other failure ErroAcessoCaminho (75).
+void GravaLinhas(const QString& caminho, const QStringList& linhas);
+
+// Copies over an existing target, making its folder when missing (a month folder of the
+// accounting copies may not exist yet); false when the copy could not be made.
+bool CopiaArquivo(const QString& origem, const QString& destino);
+
+} // namespace nfce

@@ -1,0 +1,172 @@
+#include "CenarioRetorno.h"
+
+#include "emission/Retorno.h"
+
+#include <QDir>
+
+namespace nfce::teste {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const QString Autorizado = u"Enviado/Autorizados/112026/"_s + Chave + u"-procNFe.xml"_s;
+const QByteArray Xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><nfeProc versao=\"4.00\">"
+                       "<xNome>Mercado D'Ávila</xNome></nfeProc>";
+// UniNFe's authorised line carries digVal: the code stands in field 6.
+const QByteArray Autorizacao = Protocolo("100", "Autorizado o uso da NF-e", true);
+
+using ProcessaRetornoTest = CenarioRetorno;
+
+// The XML text, the receipt count and the filing follow only a code in field 5.
+TEST_P(ProcessaRetornoTest, Autorizacao) {
+    const QString assinado = Chave + u"-nfe.xml"_s;
+    const std::tuple<bool, bool, QString, bool, bool, QString> casos[] = {
+        // digVal, authorised XML, folder of the signed XML, situation query, signed XML kept,
+        // receipts left
+        {true, true, u"Validar/Validado/"_s, false, true, u"5"_s},
+        {false, true, u"Validar/Validado/"_s, false, false, u"4"_s},
+        {false, false, u"Validar/Validado/"_s, true, true, u"4"_s},
+        {false, false, u"Erro/"_s, true, true, u"4"_s},
+        {true, false, u"Validar/Validado/"_s, false, true, u"5"_s},
+    };
+    for (const auto& [digVal, comXml, pasta, consulta, fica, quantidade] : casos) {
+        Reinicia();
+        if (comXml) Grava(Autorizado, Xml);
+        Grava(pasta + assinado, "<NFe/>");
+        Responde(digVal ? Autorizacao : Protocolo("100", "Autorizado o uso da NF-e"));
+        EXPECT_EQ(ProcessaRetorno(*s),
+                  digVal ? u"100 - Autorizado o uso da NF-e"_s : u"Autorizado o uso da NF-e - "_s);
+        EXPECT_EQ(Venda(u"autorizacao,chave,tempo,enviotime,erro,sync"_s),
+                  u"131260000012345|"_s + Chave + u"|1|0|"_s +
+                      (digVal ? u"Autorizado o uso da NF-e|0"_s : u"|0"_s));
+        EXPECT_EQ(Colunas(u"orcamento"_s, u"autorizacao,tempo,emitido,cupomnfce"_s),
+                  u"131260000012345|9|S|501"_s);
+        EXPECT_EQ(Texto(u"SELECT MAX(sync) FROM itens WHERE cupom = 501"_s), u"0"_s);
+        // The authorisation is keyed on cupom, the XML flag and text on the NFC-e number.
+        EXPECT_EQ(Venda(u"xml"_s) + Venda(u"tempo,xml"_s, 900), comXml ? u"S5|S"_s : u"5|"_s);
+        EXPECT_EQ(Venda(u"xml_info"_s), comXml && !digVal ? QString::fromUtf8(Xml) : QString());
+        EXPECT_EQ(Le(u"Contabilidade/112026/000001234-procNFe.xml"_s), comXml ? Xml : QByteArray());
+        EXPECT_EQ(Existe(u"Envio/"_s + Chave + u"-ped-sit.txt"_s), consulta);
+        EXPECT_EQ(s->venda.MesAutorizados, consulta ? u"15112026"_s : u"112026"_s);
+        EXPECT_EQ(Le(u"Enviado/EmProcessamento/"_s + assinado),
+                  consulta ? QByteArray("<NFe/>") : QByteArray());
+        EXPECT_EQ(Existe(pasta + assinado), fica);
+        EXPECT_EQ(s->painel.LblQuantCup, quantidade);
+        EXPECT_EQ(Atualizacoes(1234), 0);
+        EXPECT_EQ(s->venda.Tentativa, 10);
+    }
+}
+
+TEST_P(ProcessaRetornoTest, Reimpressao) {
+    const QString danfe = u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s + pasta.caminho() +
+                          u"\\18123456000190\\ENVIADO\\Autorizados\\112026\\"_s + Chave +
+                          u"-procNFe.xml t=nfce"_s;
+    const std::tuple<QString, bool, bool, bool, int, int> casos[] = {
+        // mode, print, XML in place, answer Yes, questions, prints
+        {u"CP"_s, true, true, false, 0, 1},  {u"CP"_s, true, false, false, 0, 1},
+        {u"CP"_s, false, true, false, 0, 0}, {u"NC"_s, true, true, true, 1, 1},
+        {u"NC"_s, true, true, false, 1, 0},  {u"NC"_s, true, false, true, 1, 0},
+        {u"NC1"_s, true, true, true, 0, 0},  {u"VENDA"_s, true, true, true, 0, 0},
+    };
+    for (const auto& [modo, imprime, comXml, sim, perguntas, impressoes] : casos) {
+        Reinicia();
+        s->venda.ModoRetorno = modo;
+        s->venda.ImprimeCupom = imprime;
+        ambiente.respostas = {sim};
+        if (comXml) Grava(Autorizado, Xml);
+        Responde(Autorizacao);
+        ProcessaRetorno(*s);
+        EXPECT_EQ(ambiente.perguntas, QStringList(perguntas, u"Deseja Reimprimir o Cupom?"_s));
+        EXPECT_EQ(ambiente.programasIniciados, QStringList(impressoes, danfe))
+            << modo.toStdString();
+    }
+    // The XML that the reprint check saw is gone when the authorisation looks again.
+    Reinicia();
+    s->venda.ModoRetorno = u"CP"_s;
+    Grava(Autorizado, Xml);
+    ambiente.Agenda(ambiente.Monotonico() + 100, [&] { QFile::remove(NaEmpresa(Autorizado)); });
+    Responde(Autorizacao);
+    EXPECT_EQ(ProcessaRetorno(*s), u"100 - Autorizado o uso da NF-e"_s);
+    EXPECT_EQ(Venda(u"tempo,xml"_s), u"1|"_s);
+}
+
+// The lot of "-num-lot.txt" (the last line with a number; the earlier lot without a file)
+// names the protocol file, looked for 33 times 0.6 s apart after 0.3 s.
+TEST_P(ProcessaRetornoTest, LoteEEspera) {
+    const QByteArray a = ";104;Lote processado;\r\n" + Autorizacao;
+    const QString ok = u"100 - Autorizado o uso da NF-e"_s;
+    const std::tuple<QByteArray, QString, QByteArray, qint64, QString, qint64> casos[] = {
+        // lot file, lot of the protocol file, protocol (appearing after ms), message, time
+        {"54;", u"054"_s, a, 0, ok, 400},
+        {"-", u"061"_s, a, 0, ok, 400},
+        {"54;\r\n\r\n61;", u"061"_s, a, 0, ok, 400},
+        {"abc;", u"000"_s, a, 0, ok, 400},
+        {"54;", u"054"_s, "-", 0, {}, 20100},
+        {"54;", u"054"_s, a, 9800, ok, 10000},
+        {"54;", u"054"_s, ";104;Lote processado;", 0, {}, 400},
+        {"54;", u"054"_s, "", 0, {}, 400},
+    };
+    for (const auto& [lotes, lote, protocolo, apareceEm, mensagem, ms] : casos) {
+        Reinicia();
+        s->venda.NumLote = u"61"_s;
+        if (lotes != "-") Grava(u"Retorno/"_s + Chave + u"-num-lot.txt"_s, lotes);
+        if (protocolo != "-")
+            ambiente.Agenda(ambiente.Monotonico() + apareceEm, [&] {
+                Grava(u"Retorno/000000000000"_s + lote + u"-pro-rec.txt"_s, protocolo);
+            });
+        const qint64 antes = ambiente.msAguardados();
+        EXPECT_EQ(ProcessaRetorno(*s), mensagem) << lotes.toStdString();
+        EXPECT_EQ(ambiente.msAguardados() - antes, ms) << lotes.toStdString();
+        EXPECT_EQ(s->venda.Tentativa, 10);
+    }
+}
+
+// Damaged lines: missing fields read as "", text reaches the row intact, and every line read
+// (blank ones aside) sends the sale to the remote copy again.
+TEST_P(ProcessaRetornoTest, LinhasHostis) {
+    const QByteArray motivo = "Autorizado o uso da NF-e d'agua \\";
+    const std::tuple<QByteArray, QString, int, QString> casos[] = {
+        {"18123456000190;000001234;3126", u" - "_s, 1, {}},
+        {QByteArray(100000, 'x'), u" - "_s, 1, {}},
+        {QByteArray::fromHex("00ff27097c80fe81ee"), u" - "_s, 1, {}},
+        {"\r\n\r\n" + Protocolo("999", "Rejeicao: d'agua | x"),
+         u"Rejeicao: d'agua | x - "_s,
+         1,
+         {}},
+        {Protocolo("100", motivo, true), u"100 - "_s + QString::fromLatin1(motivo), 2,
+         QString::fromLatin1(motivo)},
+    };
+    for (const auto& [linhas, mensagem, atualizacoes, erro] : casos) {
+        Reinicia();
+        Responde(linhas);
+        EXPECT_EQ(ProcessaRetorno(*s), mensagem);
+        EXPECT_EQ(Atualizacoes(), atualizacoes);
+        EXPECT_EQ(Venda(u"erro,sync"_s), erro + u"|0"_s);
+    }
+}
+
+// The accountant's folder below empresa.pathenvio is never made here.
+TEST_P(ProcessaRetornoTest, CopiaParaOContador) {
+    const QString destino = pasta.Caminho(u"contador/18123456000190/Contabilidade/001/112026"_s);
+    const std::tuple<QString, bool, bool> casos[] = {
+        {u"ENVIOXML=SIM"_s, true, true},
+        {u"ENVIOXML=SIM"_s, false, false},
+    };
+    for (const auto& [config, existe, copia] : casos) {
+        Reinicia({config});
+        QDir(pasta.Caminho(u"contador"_s)).removeRecursively();
+        if (existe) QDir().mkpath(destino);
+        Executa(
+            u"INSERT INTO empresa (pathenvio) VALUES ('%1')"_s.arg(pasta.Caminho(u"contador"_s)));
+        Grava(Autorizado, Xml);
+        Responde(Autorizacao);
+        ProcessaRetorno(*s);
+        EXPECT_EQ(QFile::exists(destino + u"/000001234-procNFe.xml"_s), copia);
+        EXPECT_EQ(QDir(destino).exists(), existe);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Motores, ProcessaRetornoTest, ::testing::ValuesIn(Motores()), NomeDoMotor);
+
+} // namespace
+} // namespace nfce::teste
