@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contexto/EstadoEnvio.h"
 #include "contexto/EstadoFila.h"
 #include "contexto/EstadoVenda.h"
 #include "contexto/Painel.h"
@@ -26,6 +27,7 @@ struct Servidor {
     Conexoes conexoes;
     EstadoVenda venda;
     EstadoFila fila;
+    EstadoEnvio envio;
     Painel painel;
     qint16 Temp = 0; // setting TEMP as read at start-up
 

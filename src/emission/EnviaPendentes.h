@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+namespace nfce {
+
+struct Servidor;
+
+// How one sale of a pass ended: the outcome line as the return readers left it, and whether
+// it is one of the finished texts (the row then has tempo 1 and enviotime 1).
+struct DesfechoDaVenda {
+    qint32 cupom = 0;
+    QString nfce;
+    QString texto;
+    bool finalizada = false;
+};
+using AoTerminarVenda = std::function<void(const DesfechoDaVenda&)>;
+
+// One pass of the automatic sender over every pending sale, oldest sale number first: key
+// request, NFC-e text, UniNFe's answers, and tempo = 1, enviotime = 1 for a finished outcome.
+// The pass ends after the last row, at the first sale without a date, when a pass started
+// inside it has closed the rows, or silently on the trap's silent errors; any other error is
+// shown and the pass goes on. `aoTerminar` hears of every sale that reached the outcome test
+// (in this pass and in the passes it starts itself).
+void EnviaPendentes(Servidor& s, const AoTerminarVenda& aoTerminar = {});
+
+// The selection of the pending sales, as the system sends it.
+QString SqlPendentes();
+
+} // namespace nfce

@@ -1,0 +1,98 @@
+#include "emission/EmiteNfceImprime.h"
+#include "CenarioJanela.h"
+#include "storage/ErroExecucao.h"
+
+namespace nfce::teste {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class EmiteNfceImprimeTest : public CenarioJanela {
+protected:
+    // NFC-e 1001 is cupom 77 from quote 40; the sale whose cupom is 1001 has NFC-e 2002.
+    void Prepara() {
+        Executa(u"DELETE FROM vendas"_s);
+        Executa(u"DELETE FROM itens"_s);
+        Executa(u"DELETE FROM orcamento"_s);
+        Venda(1001, 77);
+        Venda(2002, 1001);
+        Executa(u"INSERT INTO orcamento (cupom) VALUES (40)"_s);
+        s->painel.lblData = u"15/11/2026"_s;
+        s->painel.lblHora = u"10:20:30"_s;
+        s->venda.NumCupom = 77;
+        s->venda.NumNfce = 1001;
+        s->venda.NumOrcamento = 40;
+        ambiente.programasIniciados.clear();
+        ambiente.mensagens.clear();
+    }
+};
+
+struct Caso {
+    QString tipo;
+    bool imprime;
+    bool orcamento;
+    bool impresso;
+    QString tempoDoCupom1001; // the row addressed by cupom
+    QString emitido;
+};
+
+TEST_P(EmiteNfceImprimeTest, RamoDeContingencia) {
+    const Caso casos[] = {
+        {u"9"_s, true, true, true, u"8"_s, u"S"_s},
+        {u"9"_s, false, true, false, u"8"_s, u"S"_s},
+        {u"9"_s, true, false, true, u"8"_s, u""_s},
+        {u"1"_s, true, true, false, u"5"_s, u""_s},
+    };
+    for (const Caso& c : casos) {
+        SCOPED_TRACE(c.tipo.toStdString() + (c.imprime ? " imprime" : "") +
+                     (c.orcamento ? " orcamento" : ""));
+        Prepara();
+        s->venda.TipoEmissao = c.tipo;
+        s->venda.ImprimeCupom = c.imprime;
+        s->venda.VendaOrcamento = c.orcamento;
+        EmiteNfceImprime(*s, u"1001"_s);
+        const QString chave = s->painel.LblMens01;
+        ASSERT_EQ(chave.size(), 44);
+        const QStringList esperado =
+            c.impresso ? QStringList{u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s + pasta.caminho() +
+                                     u"\\18123456000190\\Validar\\Validado\\"_s + chave +
+                                     u"-nfe.xml t=nfce"_s}
+                       : QStringList{};
+        EXPECT_EQ(ambiente.programasIniciados, esperado);
+        EXPECT_EQ(Texto(u"SELECT tempo FROM vendas WHERE cupom = 1001"_s), c.tempoDoCupom1001);
+        EXPECT_EQ(Coluna(u"tempo"_s, 1001), u"5"_s);
+        EXPECT_EQ(Texto(u"SELECT emitido FROM orcamento WHERE cupom = 40"_s), c.emitido);
+        if (!c.emitido.isEmpty()) {
+            EXPECT_EQ(Texto(u"SELECT cupomnfce FROM orcamento WHERE cupom = 40"_s), u"1001"_s);
+        }
+        EXPECT_TRUE(ambiente.mensagens.isEmpty());
+    }
+}
+
+TEST_P(EmiteNfceImprimeTest, ErroDeConversaoAvisaENaoImprime) {
+    Prepara();
+    sim->DefineCenario(1001, uninfesim::Cenario::De(uninfesim::Desfecho::ErroConversao));
+    s->venda.ImprimeCupom = true;
+    EmiteNfceImprime(*s, u"1001"_s);
+    ASSERT_EQ(ambiente.mensagens.size(), 1);
+    EXPECT_EQ(ambiente.mensagens[0].titulo, u"Atenção"_s);
+    EXPECT_TRUE(ambiente.mensagens[0].texto.startsWith(
+        u"Cupom NFC-e : 001001\nNão Foi Emitido, Favor tentar reenviar e autorizar.\n"_s));
+    EXPECT_EQ(s->venda.Mensagem, ambiente.mensagens[0].texto);
+    EXPECT_TRUE(ambiente.programasIniciados.isEmpty());
+    EXPECT_EQ(Texto(u"SELECT tempo FROM vendas WHERE cupom = 1001"_s), u"5"_s);
+}
+
+TEST_P(EmiteNfceImprimeTest, NumeroInvalidoVaiAoChamador) {
+    Prepara();
+    for (const QString& numero : {u""_s, u"abc"_s, u"0"_s, u"-3"_s}) {
+        EXPECT_THROW(EmiteNfceImprime(*s, numero), ErroExecucao) << numero.toStdString();
+    }
+    EXPECT_TRUE(ambiente.programasIniciados.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Motores, EmiteNfceImprimeTest, ::testing::ValuesIn(Motores()),
+                         NomeDoMotor);
+
+} // namespace
+} // namespace nfce::teste
