@@ -12,13 +12,17 @@ const std::map<QString, std::function<int(const QStringList&)>> comandos = {
     {QStringLiteral("iniciar"), nfce::ComandoIniciar},
     {QStringLiteral("gerar"), nfce::ComandoGerar},
     {QStringLiteral("exportar"), nfce::ComandoExportar},
+    {QStringLiteral("enviar"), nfce::ComandoEnviar},
+    {QStringLiteral("reenfileirar"), nfce::ComandoReenfileirar},
 };
 
 int Uso() {
     return nfce::ErroDeUso(QStringLiteral("iniciar DIR [--exemplos]\n"
                                           "     servidor-nfce empresa DIR [--mostrar] < dados.txt\n"
                                           "     servidor-nfce gerar NFCE [--pasta DIR]\n"
-                                          "     servidor-nfce exportar [--pasta DIR]"));
+                                          "     servidor-nfce exportar [--pasta DIR]\n"
+                                          "     servidor-nfce enviar [--pasta DIR]\n"
+                                          "     servidor-nfce reenfileirar [--pasta DIR]"));
 }
 
 } // namespace

@@ -3,12 +3,10 @@
 #include "contexto/Servidor.h"
 #include "nfce/GeraNfce.h"
 #include "plataforma/AmbienteQt.h"
+#include "shell/comandos/Preparo.h"
 #include "shell/comandos/Saida.h"
-#include "storage/Empresa.h"
 #include "storage/ErroExecucao.h"
-#include "storage/Pastas.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <algorithm>
 
@@ -30,16 +28,6 @@ qint64 NumeroNfce(const QString& texto) {
     return numero;
 }
 
-// What the start-up does before any sale is sent: company record, working folders (and
-// UniNFe's input folder, which UniNFe itself makes when it runs), main connection.
-void Prepara(Servidor& servidor) {
-    servidor.empresa = CarregaEmpresa(servidor.pasta);
-    Alterar(servidor.pasta, servidor.empresa.Cnpj, servidor.ambiente.Data());
-    QDir().mkpath(Caminho(servidor.pasta, servidor.empresa.Cnpj + u"\\Validar"_s));
-    servidor.conexoes.PreparaConexaoPrincipal();
-    servidor.conexoes.ReabreConexao();
-}
-
 } // namespace
 
 // servidor-nfce gerar NFCE [--pasta DIR]: the NFC-e text of one sale, written as the
@@ -51,10 +39,8 @@ int ComandoGerar(const QStringList& argumentos) {
         return ErroDeUso(u"gerar NFCE [--pasta DIR]"_s);
     const qint64 nfce = NumeroNfce(posicionais.first());
     AmbienteQt ambiente;
-    Servidor servidor(
-        QDir(pasta.isEmpty() ? QCoreApplication::applicationDirPath() : pasta).absolutePath(),
-        ambiente);
-    Prepara(servidor);
+    Servidor servidor(PastaDoComando(argumentos), ambiente);
+    PreparaServidor(servidor);
     EscreveSaida(QDir::toNativeSeparators(GeraNfceDaVenda(servidor, nfce)) + u'\n');
     return 0;
 }

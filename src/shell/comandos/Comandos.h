@@ -10,6 +10,8 @@ int ComandoEmpresa(const QStringList& argumentos);
 int ComandoIniciar(const QStringList& argumentos);
 int ComandoGerar(const QStringList& argumentos);
 int ComandoExportar(const QStringList& argumentos);
+int ComandoEnviar(const QStringList& argumentos);
+int ComandoReenfileirar(const QStringList& argumentos);
 
 // The arguments that are not options ("--x"), and the value of an option "--x VALUE".
 QStringList ArgumentosPosicionais(const QStringList& argumentos);

@@ -1,0 +1,63 @@
+#include "shell/comandos/Comandos.h"
+
+#include "contexto/Servidor.h"
+#include "emission/EnviaPendentes.h"
+#include "plataforma/AmbienteQt.h"
+#include "shell/comandos/Preparo.h"
+#include "shell/comandos/Saida.h"
+
+#include <QSet>
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct VendaPendente {
+    QString cupom;
+    QString nfce;
+};
+
+QList<VendaPendente> Pendentes(Servidor& servidor) {
+    Registros rs;
+    servidor.conexoes.AbreConsulta(rs, SqlPendentes());
+    QList<VendaPendente> vendas;
+    for (; !rs.Eof(); rs.MoveNext())
+        vendas.append({rs.Texto(u"cupom"_s), rs.Texto(u"nfce"_s)});
+    return vendas;
+}
+
+// Outcomes may span lines (diagnosed rejections); one sale, one line.
+QString Linha(const QString& cupom, const QString& nfce, const QString& texto, bool finalizada) {
+    QString desfecho = texto.simplified();
+    if (desfecho.isEmpty()) desfecho = u"sem resposta do UniNFe"_s;
+    return u"cupom %1 NFC-e %2: %3 (%4)\n"_s.arg(cupom, nfce, desfecho,
+                                                 finalizada ? u"finalizada"_s : u"pendente"_s);
+}
+
+} // namespace
+
+// servidor-nfce enviar [--pasta DIR]: one pass of the automatic sender; one line per sale
+// with its outcome, then one for each pending sale the pass did not reach. Status 0 whenever
+// the pass ran; 1 only when it could not start (company record, database).
+int ComandoEnviar(const QStringList& argumentos) {
+    if (!ArgumentosPosicionais(argumentos).isEmpty() ||
+        (argumentos.contains(u"--pasta"_s) && ValorOpcao(argumentos, u"--pasta"_s).isEmpty()))
+        return ErroDeUso(u"enviar [--pasta DIR]"_s);
+    AmbienteQt ambiente;
+    Servidor servidor(PastaDoComando(argumentos), ambiente);
+    PreparaServidor(servidor);
+    const QList<VendaPendente> antes = Pendentes(servidor);
+    QSet<QString> vistas;
+    EnviaPendentes(servidor, [&](const DesfechoDaVenda& d) {
+        vistas.insert(d.nfce);
+        EscreveSaida(Linha(QString::number(d.cupom), d.nfce, d.texto, d.finalizada));
+    });
+    for (const VendaPendente& venda : antes)
+        if (!vistas.contains(venda.nfce))
+            EscreveSaida(Linha(venda.cupom, venda.nfce, u"não processada nesta passagem"_s, false));
+    return 0;
+}
+
+} // namespace nfce

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace nfce {
+
+struct Servidor;
+
+// What the start-up does before any sale is sent: company record, working folders (and
+// UniNFe's input folder, which UniNFe itself makes when it runs), main connection. Errors
+// go to the caller.
+void PreparaServidor(Servidor& servidor);
+
+// The program folder of a command: "--pasta DIR" made absolute, else the program's own.
+QString PastaDoComando(const QStringList& argumentos);
+
+} // namespace nfce
