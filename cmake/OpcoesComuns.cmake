@@ -3,7 +3,11 @@ add_library(nfce_opcoes INTERFACE)
 target_compile_features(nfce_opcoes INTERFACE cxx_std_20)
 target_compile_options(nfce_opcoes INTERFACE -Wall -Wextra -Werror)
 target_compile_definitions(nfce_opcoes INTERFACE QT_NO_KEYWORDS)
-if(NFCE_SANITIZAR)
+if(NFCE_FUZZ)
+    # Coverage for libFuzzer in every object; the fuzz targets link its main.
+    target_compile_options(nfce_opcoes INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+if(NFCE_SANITIZAR OR NFCE_FUZZ)
     target_compile_options(nfce_opcoes INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(nfce_opcoes INTERFACE -fsanitize=address,undefined)

@@ -1,0 +1,15 @@
+// UniNFe's access-key answer in its text form, "<nNF>-ret-gerar-chave.txt".
+#include "apoio/ProgramaFuzz.h"
+#include "nfce/PedidoChave.h"
+
+using namespace nfce;
+using namespace nfce::teste;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
+    ProgramaFuzz& programa = ProgramaFuzz::Instancia();
+    programa.NovaEntrada(false);
+    programa.Escreve(QStringLiteral("RETORNO/0000001234-ret-gerar-chave.txt"),
+                     QByteArrayView(dados, static_cast<qsizetype>(tamanho)));
+    programa.Roda([](Servidor& s) { LeChaveTxt(s, NfceFuzz); });
+    return 0;
+}
