@@ -1,6 +1,6 @@
 #include "emission/EnviaPendentes.h"
 #include "Simulador.h"
-#include "apoio/BancoTeste.h"
+#include "apoio/LojaComUniNfe.h"
 #include "contexto/Servidor.h"
 #include "emission/ArmadilhaEnvio.h"
 #include "storage/Empresa.h"
@@ -16,35 +16,8 @@ using namespace Qt::StringLiterals;
 
 const QString Cnpj = u"18123456000190"_s;
 
-// A shop with the UniNFe stand-in answering inside every virtual wait.
-class EnviaPendentesTest : public BancoTeste {
+class EnviaPendentesTest : public LojaComUniNfe {
 protected:
-    void SetUp() override {
-        BancoTeste::SetUp();
-        if (IsSkipped()) return;
-        pasta.EscreveEmpresa({u"CNPJ="_s + Cnpj, u"NOME=Mercado Bom Preco Ltda"_s, u"SERIE=1"_s,
-                              u"CODMUNICIPIO=3106200"_s, u"IE=0623079040081"_s,
-                              u"ENDERECO=Rua da Bahia"_s, u"NUMERO=1148"_s, u"BAIRRO=Centro"_s,
-                              u"CIDADE=Belo Horizonte"_s, u"UF=MG"_s, u"CEP=30160011"_s});
-        Configura({u"TMPAMBNFCE=2"_s, u"TEMP=1"_s});
-        for (const QString& sub : {u"Envio"_s, u"Validar"_s, u"Retorno"_s})
-            QDir().mkpath(pasta.Caminho(Cnpj + u'/' + sub));
-        s = std::make_unique<Servidor>(pasta.caminho(), ambiente);
-        s->empresa = CarregaEmpresa(pasta.caminho());
-        s->conexoes.PreparaConexaoPrincipal();
-        s->conexoes.ReabreConexao();
-        ExecutaScript(*s->conexoes.ConexaoPrincipal(),
-                      QStringLiteral(NFCE_DADOS_TESTE "/nfce/loja.sql"));
-        sim = std::make_unique<uninfesim::Simulador>(pasta.caminho());
-        ambiente.AoBombear([this] {
-            if (uninfeRodando) sim->Processa(ambiente.Agora());
-        });
-    }
-    void TearDown() override {
-        s.reset();
-        BancoTeste::TearDown();
-    }
-
     // A sale of one item; `data` "NULL" for none.
     void Venda(int nfce, int cupom, const QString& cenario = {}, const QString& tempo = {},
                int enviotime = 0, const QString& data = u"'2026-11-15'"_s) {
@@ -76,10 +49,6 @@ protected:
         EnviaPendentes(*s, [&](const DesfechoDaVenda& d) { desfechos.insert(d.nfce, d); });
         return desfechos;
     }
-
-    std::unique_ptr<Servidor> s;
-    std::unique_ptr<uninfesim::Simulador> sim;
-    bool uninfeRodando = true;
 };
 
 TEST(EnviaPendentesSql, SelecaoComoOSistemaEnvia) {

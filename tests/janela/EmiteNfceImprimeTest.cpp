@@ -1,5 +1,5 @@
 #include "emission/EmiteNfceImprime.h"
-#include "CenarioJanela.h"
+#include "apoio/LojaComUniNfe.h"
 #include "storage/ErroExecucao.h"
 
 namespace nfce::teste {
@@ -7,7 +7,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class EmiteNfceImprimeTest : public CenarioJanela {
+class EmiteNfceImprimeTest : public LojaComUniNfe {
 protected:
     // NFC-e 1001 is cupom 77 from quote 40; the sale whose cupom is 1001 has NFC-e 2002.
     void Prepara() {

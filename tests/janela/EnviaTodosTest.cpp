@@ -1,5 +1,5 @@
 #include "emission/EnviaTodos.h"
-#include "CenarioJanela.h"
+#include "apoio/LojaComUniNfe.h"
 
 #include <QDir>
 
@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 using uninfesim::Cenario;
 using uninfesim::Desfecho;
 
-class EnviaTodosTest : public CenarioJanela {};
+class EnviaTodosTest : public LojaComUniNfe {};
 
 struct Caso {
     const char* nome;

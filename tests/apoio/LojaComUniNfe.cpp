@@ -1,4 +1,4 @@
-#include "CenarioJanela.h"
+#include "apoio/LojaComUniNfe.h"
 
 #include "storage/Empresa.h"
 #include "storage/Esquema.h"
@@ -10,7 +10,7 @@ namespace nfce::teste {
 
 using namespace Qt::StringLiterals;
 
-void CenarioJanela::SetUp() {
+void LojaComUniNfe::SetUp() {
     BancoTeste::SetUp();
     if (IsSkipped()) return;
     pasta.EscreveEmpresa({u"CNPJ=18123456000190"_s, u"NOME=Mercado Bom Preco Ltda"_s, u"SERIE=1"_s,
@@ -27,15 +27,17 @@ void CenarioJanela::SetUp() {
     ExecutaScript(*s->conexoes.ConexaoPrincipal(),
                   QStringLiteral(NFCE_DADOS_TESTE "/nfce/loja.sql"));
     sim = std::make_unique<uninfesim::Simulador>(pasta.caminho());
-    ambiente.AoBombear([this] { sim->Processa(ambiente.Agora()); });
+    ambiente.AoBombear([this] {
+        if (uninfeRodando) sim->Processa(ambiente.Agora());
+    });
 }
 
-void CenarioJanela::TearDown() {
+void LojaComUniNfe::TearDown() {
     s.reset();
     BancoTeste::TearDown();
 }
 
-void CenarioJanela::Venda(int nfce, int cupom, const QString& tempo, const QString& erro) {
+void LojaComUniNfe::Venda(int nfce, int cupom, const QString& tempo, const QString& erro) {
     Executa(u"INSERT INTO vendas (nfce, cupom, data, hora, valor, Dinheiro, cliente, "
             "nomecliente, tempo, enviotime, autorizacao, erro) VALUES (%1, %2, '2026-11-15', "
             "'10:20:30', 21.15, 21.15, 1, 'CONSUMIDOR FINAL', '%3', 0, '', '%4')"_s.arg(nfce)
@@ -46,7 +48,7 @@ void CenarioJanela::Venda(int nfce, int cupom, const QString& tempo, const QStri
                 .arg(cupom));
 }
 
-void CenarioJanela::PoeNaFila(const QStringList& numeros) {
+void LojaComUniNfe::PoeNaFila(const QStringList& numeros) {
     const auto local = s->conexoes.AbreLocal();
     local->Executa(u"DELETE FROM ncupom"_s);
     for (const QString& n : numeros)
@@ -54,11 +56,11 @@ void CenarioJanela::PoeNaFila(const QStringList& numeros) {
             u"INSERT INTO ncupom (cupom) VALUES ('%1')"_s.arg(QString(n).replace(u"'"_s, u"''"_s)));
 }
 
-QString CenarioJanela::Coluna(const QString& coluna, int nfce) {
+QString LojaComUniNfe::Coluna(const QString& coluna, int nfce) {
     return Texto(u"SELECT "_s + coluna + u" FROM vendas WHERE nfce = "_s + QString::number(nfce));
 }
 
-bool CenarioJanela::Existe(const QString& relativo) const {
+bool LojaComUniNfe::Existe(const QString& relativo) const {
     return ArquivoExiste(Caminho(pasta.caminho(), u"18123456000190\\"_s + relativo));
 }
 

@@ -8,9 +8,9 @@
 
 namespace nfce::teste {
 
-// A shop whose window drivers run against the UniNFe stand-in, answering at every pump of the
-// virtual clock (today 15/11/2026). Sales are of today, one cash item each.
-class CenarioJanela : public BancoTeste {
+// A shop whose emission runs against the UniNFe stand-in, answering at every pump of the
+// virtual clock while `uninfeRodando` (today 15/11/2026). Sales are of today, one cash item each.
+class LojaComUniNfe : public BancoTeste {
 protected:
     void SetUp() override;
     void TearDown() override;
@@ -23,6 +23,7 @@ protected:
 
     std::unique_ptr<Servidor> s;
     std::unique_ptr<uninfesim::Simulador> sim;
+    bool uninfeRodando = true;
 };
 
 } // namespace nfce::teste
