@@ -25,4 +25,8 @@ QString ValorOpcao(const QStringList& argumentos, const QString& opcao) {
     return i >= 0 && i + 1 < argumentos.size() ? argumentos[i + 1] : QString();
 }
 
+bool FaltaValor(const QStringList& argumentos, const QString& opcao) {
+    return argumentos.contains(opcao) && ValorOpcao(argumentos, opcao).isEmpty();
+}
+
 } // namespace nfce

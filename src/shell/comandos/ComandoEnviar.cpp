@@ -42,8 +42,7 @@ QString Linha(const QString& cupom, const QString& nfce, const QString& texto, b
 // with its outcome, then one for each pending sale the pass did not reach. Status 0 whenever
 // the pass ran; 1 only when it could not start (company record, database).
 int ComandoEnviar(const QStringList& argumentos) {
-    if (!ArgumentosPosicionais(argumentos).isEmpty() ||
-        (argumentos.contains(u"--pasta"_s) && ValorOpcao(argumentos, u"--pasta"_s).isEmpty()))
+    if (!ArgumentosPosicionais(argumentos).isEmpty() || FaltaValor(argumentos, u"--pasta"_s))
         return ErroDeUso(u"enviar [--pasta DIR]"_s);
     AmbienteQt ambiente;
     Servidor servidor(PastaDoComando(argumentos), ambiente);

@@ -3,20 +3,14 @@
 #include "contexto/Servidor.h"
 #include "export/Exportacao.h"
 #include "plataforma/AmbienteQt.h"
+#include "shell/comandos/Preparo.h"
 #include "shell/comandos/Saida.h"
-
-#include <QCoreApplication>
-#include <QDir>
 
 namespace nfce {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString Sintaxe() {
-    return u"exportar [--pasta DIR]"_s;
-}
 
 int Falha(const QString& texto) {
     EscreveErro(u"servidor-nfce: "_s + texto + u'\n');
@@ -41,13 +35,10 @@ void MostraResultado(const ResultadoExportacao& r) {
 // it; prints what was sent and what the remote side did not confirm. Status 1 when the export
 // is switched off, the remote database is down, or a row was not confirmed.
 int ComandoExportar(const QStringList& argumentos) {
-    const bool comPasta = argumentos.contains(u"--pasta"_s);
-    const QString pasta = ValorOpcao(argumentos, u"--pasta"_s);
-    if (!ArgumentosPosicionais(argumentos).isEmpty() || (comPasta && pasta.isEmpty()))
-        return ErroDeUso(Sintaxe());
+    if (!ArgumentosPosicionais(argumentos).isEmpty() || FaltaValor(argumentos, u"--pasta"_s))
+        return ErroDeUso(u"exportar [--pasta DIR]"_s);
     AmbienteQt ambiente;
-    Servidor servidor(
-        QDir(comPasta ? pasta : QCoreApplication::applicationDirPath()).absolutePath(), ambiente);
+    Servidor servidor(PastaDoComando(argumentos), ambiente);
     servidor.conexoes.PreparaConexaoPrincipal();
     servidor.conexoes.AbreConexaoRemota();
     const ResultadoExportacao resultado = CmdExportar(servidor);

@@ -34,8 +34,7 @@ qint64 NumeroNfce(const QString& texto) {
 // automatic sender writes it; prints the file's path.
 int ComandoGerar(const QStringList& argumentos) {
     const QStringList posicionais = ArgumentosPosicionais(argumentos);
-    const QString pasta = ValorOpcao(argumentos, u"--pasta"_s);
-    if (posicionais.size() != 1 || (argumentos.contains(u"--pasta"_s) && pasta.isEmpty()))
+    if (posicionais.size() != 1 || FaltaValor(argumentos, u"--pasta"_s))
         return ErroDeUso(u"gerar NFCE [--pasta DIR]"_s);
     const qint64 nfce = NumeroNfce(posicionais.first());
     AmbienteQt ambiente;

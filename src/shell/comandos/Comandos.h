@@ -16,5 +16,7 @@ int ComandoReenfileirar(const QStringList& argumentos);
 // The arguments that are not options ("--x"), and the value of an option "--x VALUE".
 QStringList ArgumentosPosicionais(const QStringList& argumentos);
 QString ValorOpcao(const QStringList& argumentos, const QString& opcao);
+// The option is there without the value it needs.
+bool FaltaValor(const QStringList& argumentos, const QString& opcao);
 
 } // namespace nfce
