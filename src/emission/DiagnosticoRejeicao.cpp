@@ -3,6 +3,7 @@
 #include "contexto/Servidor.h"
 #include "emission/Autorizacao.h"
 #include "emission/LinhaProtocolo.h"
+#include "emission/SqlVenda.h"
 #include "storage/Formatacao.h"
 #include "storage/Registros.h"
 #include "storage/Sql.h"
@@ -108,14 +109,10 @@ const Regra Regras[] = {
      true},
 };
 
-QString OndeCupom(const Servidor& s) {
-    return u" WHERE cupom = "_s + QString::number(s.venda.NumCupom);
-}
-
 // The product code of the item the reason names, read as stored. The lookup is trusted to
 // find a row; when it finds none the read raises ErroSemRegistroAtual.
 QString ProdutoDoItem(Servidor& s, const LinhaProtocolo& linha, const Regra& regra) {
-    QString sql = u"SELECT cupom, item, codprod FROM itens"_s + OndeCupom(s);
+    QString sql = u"SELECT cupom, item, codprod FROM itens"_s + OndeCupom(s.venda);
     if (regra.item.posicao >= 0) {
         const bool noCampo7 =
             regra.item.segueOCodigo && linha.Campo(5) != QLatin1String(regra.codigo);
@@ -146,7 +143,7 @@ void Aplica(Servidor& s, const LinhaProtocolo& linha, const Regra& regra, QStrin
     case Tratamento::Dados:
         mensagem = texto;
         s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + texto + u"', tempo = '0'"_s +
-                           OndeCupom(s));
+                           OndeCupom(s.venda));
         break;
     case Tratamento::Produto: {
         const QString produto = ProdutoDoItem(s, linha, regra);
@@ -155,14 +152,14 @@ void Aplica(Servidor& s, const LinhaProtocolo& linha, const Regra& regra, QStrin
         const QString erro = QString::fromUtf8(regra.erro) +
                              (comCodigo ? (regra.zeros ? Zeros(produto, 6) : produto) : QString());
         s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + EscapaTexto(erro) +
-                           u"', tempo = '0'"_s + OndeCupom(s));
+                           u"', tempo = '0'"_s + OndeCupom(s.venda));
         break;
     }
     case Tratamento::Inutilizada:
         mensagem = texto;
         s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + texto + u"', situacao = 'S'"_s +
-                           OndeCupom(s));
-        s.conexoes.Executa(u"UPDATE itens SET situacao = 'S'"_s + OndeCupom(s));
+                           OndeCupom(s.venda));
+        s.conexoes.Executa(u"UPDATE itens SET situacao = 'S'"_s + OndeCupom(s.venda));
         break;
     case Tratamento::Duplicidade:
     case Tratamento::SoDuplicidade:
@@ -170,7 +167,7 @@ void Aplica(Servidor& s, const LinhaProtocolo& linha, const Regra& regra, QStrin
         MarcaDuplicidade(s, linha, regra);
         if (regra.tratamento == Tratamento::Duplicidade) {
             CopiaContabil(s, s.painel.LblMens01);
-            s.conexoes.Executa(u"UPDATE vendas SET enviotime = 1"_s + OndeCupom(s));
+            s.conexoes.Executa(u"UPDATE vendas SET enviotime = 1"_s + OndeCupom(s.venda));
             CopiaParaContador(s, s.painel.LblMens01);
         }
         break;
@@ -185,7 +182,7 @@ void DiagnosticaRejeicao(Servidor& s, const LinhaProtocolo& linha, bool autoriza
         if (!linha.TemCodigo(QLatin1String(regra.codigo))) continue;
         Aplica(s, linha, regra, mensagem);
         if (regra.enviotime)
-            s.conexoes.Executa(u"UPDATE vendas SET enviotime = 1"_s + OndeCupom(s));
+            s.conexoes.Executa(u"UPDATE vendas SET enviotime = 1"_s + OndeCupom(s.venda));
         if (regra.reemite && !autorizada && s.venda.ModoRetorno == u"VENDA"_s && s.EmiteNfceImprime)
             s.EmiteNfceImprime(QString::number(s.venda.NumNfce));
         s.venda.Tentativa = 10;

@@ -3,6 +3,7 @@
 #include "contexto/Servidor.h"
 #include "emission/ArquivosDaVenda.h"
 #include "emission/Lote.h"
+#include "emission/SqlVenda.h"
 #include "emission/TempoEspera.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Formatacao.h"
@@ -15,10 +16,6 @@ namespace nfce {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString OndeCupom(const EstadoVenda& v) {
-    return u" WHERE cupom = "_s + QString::number(v.NumCupom);
-}
 
 // The key of UniNFe's conversion answer: the line with "ChaveNFe" at character 37.
 QString ChaveDaConversao(const QStringList& linhas) {

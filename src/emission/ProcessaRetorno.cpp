@@ -6,6 +6,7 @@
 #include "emission/DiagnosticoRejeicao.h"
 #include "emission/LinhaProtocolo.h"
 #include "emission/Lote.h"
+#include "emission/SqlVenda.h"
 #include "emission/TempoEspera.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Formatacao.h"
@@ -48,9 +49,8 @@ void ProcessaLinha(Servidor& s, const LinhaProtocolo& linha, const QString& chav
     }
     DiagnosticaRejeicao(s, linha, autorizada, mensagem);
     // Whatever the code, the remote copy of the sale is sent again.
-    const QString cupom = QString::number(s.venda.NumCupom);
-    s.conexoes.Executa(u"UPDATE vendas SET sync = false WHERE cupom = "_s + cupom);
-    s.conexoes.Executa(u"UPDATE itens SET sync = false WHERE cupom = "_s + cupom);
+    s.conexoes.Executa(u"UPDATE vendas SET sync = false"_s + OndeCupom(s.venda));
+    s.conexoes.Executa(u"UPDATE itens SET sync = false"_s + OndeCupom(s.venda));
     const QString codigo = linha.Campo(5);
     if (codigo == u"100"_s || codigo == u"204"_s || codigo == u"539"_s)
         ArquivaXmlAutorizado(s, chave);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "contexto/EstadoVenda.h"
+
+namespace nfce {
+
+// The condition that names the sale being emitted by its sale number.
+inline QString OndeCupom(const EstadoVenda& v) {
+    return QStringLiteral(" WHERE cupom = ") + QString::number(v.NumCupom);
+}
+
+} // namespace nfce
