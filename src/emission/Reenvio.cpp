@@ -2,11 +2,7 @@
 
 #include "contexto/Servidor.h"
 #include "emission/FilaPendentes.h"
-#include "storage/ErroExecucao.h"
 #include "storage/Formatacao.h"
-
-#include <cmath>
-#include <limits>
 
 namespace nfce {
 
@@ -33,17 +29,6 @@ QDate InicioFixo(const QDate&) {
 constexpr Periodo DoMes{false, PrimeiroDoMes, 0, ConsultaGrid};
 constexpr Periodo DesdeJunho2021{true, InicioFixo, 0.01, ConsultaGrid01};
 
-// The caption's number rounded half to even into the 16-bit round counter.
-int Rodadas(const QString& contagem) {
-    const double valor = std::nearbyint(Val(contagem));
-    if (!(valor >= std::numeric_limits<qint16>::min() &&
-          valor <= std::numeric_limits<qint16>::max()))
-        throw ErroExecucao(ErroEstouro,
-                           u"Estouro: a contagem \"%1\" não cabe no contador de rodadas."_s.arg(
-                               contagem.left(40)));
-    return static_cast<int>(valor);
-}
-
 void Reenvia(Servidor& s, const Periodo& p, const std::function<void()>& enviaTodos) {
     if (p.reabreAntes) s.conexoes.ReabreConexao();
     EstadoFila& fila = s.fila;
@@ -54,7 +39,7 @@ void Reenvia(Servidor& s, const Periodo& p, const std::function<void()>& enviaTo
     s.conexoes.Executa(SqlReenfileiraPeriodo(fila.DataInicialSql, fila.DataFinalSql));
     if (p.esperaAposReenfileirar > 0) s.ambiente.Aguarda(p.esperaAposReenfileirar);
     ConsultaGrid(s);
-    const int rodadas = Rodadas(s.painel.LblQuantCup);
+    const int rodadas = Inteiro16(s.painel.LblQuantCup, u"a contagem de cupons"_s);
     for (int rodada = 0; rodada <= rodadas; ++rodada) {
         s.venda.ModoRetorno.clear();
         s.venda.ModoRetorno = u"NC1"_s;

@@ -313,6 +313,16 @@ double Val(const QString& texto) {
     return valor == 0 ? 0.0 : valor;
 }
 
+qint16 Inteiro16(const QString& texto, const QString& oQue) {
+    const double valor = std::nearbyint(Val(texto));
+    if (!(valor >= std::numeric_limits<qint16>::min() &&
+          valor <= std::numeric_limits<qint16>::max()))
+        throw ErroExecucao(
+            ErroEstouro,
+            u"Estouro: %1 \"%2\" não cabe num inteiro de 16 bits."_s.arg(oQue, texto.left(40)));
+    return static_cast<qint16>(valor);
+}
+
 QString FormataNumero(double valor, const QString& padrao) {
     const Padrao p = lePadrao(padrao);
     if (!std::isfinite(valor)) return textoNaoFinito(valor);

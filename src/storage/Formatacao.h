@@ -19,6 +19,10 @@ namespace nfce {
 // large for a double gives an infinity. Never throws.
 double Val(const QString& texto);
 
+// Val rounded half to even into a 16-bit integer, as the system's integer variables take a
+// number; beyond their range error 6, naming `oQue`.
+qint16 Inteiro16(const QString& texto, const QString& oQue);
+
 // Format patterns made of "0" (digit always written), "#" (digit written when
 // significant), "," (grouping by thousands, wherever it stands) and "." (the decimal
 // position). Rounds half away from zero on the value's shortest decimal form, so
