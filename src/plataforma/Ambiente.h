@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QString>
 #include <QTime>
+#include <functional>
 
 namespace nfce {
 
@@ -28,6 +29,9 @@ public:
     virtual void Aguarda(double segundos) = 0;
     // Runs pending events once, without waiting.
     virtual void DoEvents() = 0;
+    // Runs `evento` from the event loop as soon as it next runs events (a click queued by
+    // the program itself).
+    virtual void Posta(std::function<void()> evento) = 0;
 
     virtual void MsgBox(const QString& texto, const QString& titulo, Icone icone) = 0;
     // Yes/No question with No as the default; true means Yes.

@@ -7,11 +7,10 @@
 #include <QProcess>
 #include <QTimer>
 #include <cmath>
-#include <cstdio>
 
 namespace nfce {
 
-AmbienteQt::AmbienteQt() {
+AmbienteQt::AmbienteQt(Registro registro) : registro_(std::move(registro)) {
     relogio_.start();
 }
 
@@ -25,6 +24,7 @@ qint64 AmbienteQt::Monotonico() const {
 
 void AmbienteQt::Aguarda(double segundos) {
     const qint64 fim = Monotonico() + std::llround(segundos * 1000.0);
+    ++esperas_;
     // A nested wait started by an event inside this one may outlast our deadline; the
     // loop then simply ends late, as the operator expects of a busy server.
     for (qint64 resta = fim - Monotonico(); resta > 0; resta = fim - Monotonico()) {
@@ -32,6 +32,7 @@ void AmbienteQt::Aguarda(double segundos) {
         QTimer::singleShot(resta, Qt::PreciseTimer, &laco, &QEventLoop::quit);
         laco.exec();
     }
+    --esperas_;
     QCoreApplication::processEvents();
 }
 
@@ -39,8 +40,12 @@ void AmbienteQt::DoEvents() {
     QCoreApplication::processEvents();
 }
 
+void AmbienteQt::Posta(std::function<void()> evento) {
+    QTimer::singleShot(0, QCoreApplication::instance(), std::move(evento));
+}
+
 void AmbienteQt::MsgBox(const QString& texto, const QString& titulo, Icone) {
-    Registra(titulo + QStringLiteral(": ") + QString(texto).replace(QLatin1Char('\n'), u' '));
+    Registra(titulo + QStringLiteral(": ") + texto);
 }
 
 bool AmbienteQt::Pergunta(const QString& texto, const QString& titulo) {
@@ -73,8 +78,7 @@ QString AmbienteQt::BuscaUrl(const QString& url, int limiteMs) {
 }
 
 void AmbienteQt::Registra(const QString& linha) {
-    const QString carimbo = Agora().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss "));
-    std::fprintf(stderr, "%s\n", (carimbo + linha).toLocal8Bit().constData());
+    registro_.Escreve(Agora(), linha);
 }
 
 } // namespace nfce

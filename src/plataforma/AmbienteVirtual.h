@@ -21,6 +21,7 @@ public:
     qint64 Monotonico() const override { return decorrido_; }
     void Aguarda(double segundos) override;
     void DoEvents() override;
+    void Posta(std::function<void()> evento) override { Agenda(decorrido_, std::move(evento)); }
     void MsgBox(const QString& texto, const QString& titulo, Icone icone) override;
     bool Pergunta(const QString& texto, const QString& titulo) override;
     bool IniciaPrograma(const QString& linhaDeComando) override;
