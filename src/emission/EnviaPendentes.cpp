@@ -285,6 +285,13 @@ private:
 
 } // namespace
 
+QString DescreveDesfecho(const DesfechoDaVenda& d) {
+    QString texto = d.texto.simplified();
+    if (texto.isEmpty()) texto = u"sem resposta do UniNFe"_s;
+    return u"cupom %1 NFC-e %2: %3 (%4)"_s.arg(QString::number(d.cupom), d.nfce, texto,
+                                               d.finalizada ? u"finalizada"_s : u"pendente"_s);
+}
+
 QString SqlPendentes() {
     return u"SELECT data, cupom, valor, chave, autorizacao, erro, tempo, situacao, nfce, hora FROM vendas "_s +
            u"WHERE tempo <> '"_s + u"1"_s +

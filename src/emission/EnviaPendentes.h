@@ -17,6 +17,10 @@ struct DesfechoDaVenda {
 };
 using AoTerminarVenda = std::function<void(const DesfechoDaVenda&)>;
 
+// One line for the operator: "cupom 101 NFC-e 1001: <outcome> (finalizada|pendente)"; an
+// outcome that spans lines is joined, an empty one says UniNFe did not answer.
+QString DescreveDesfecho(const DesfechoDaVenda& desfecho);
+
 // One pass of the automatic sender over every pending sale, oldest sale number first: key
 // request, NFC-e text, UniNFe's answers, and tempo = 1, enviotime = 1 for a finished outcome.
 // The pass ends after the last row, at the first sale without a date, when a pass started

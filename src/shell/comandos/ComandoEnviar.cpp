@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 struct VendaPendente {
-    QString cupom;
+    qint32 cupom;
     QString nfce;
 };
 
@@ -24,16 +24,8 @@ QList<VendaPendente> Pendentes(Servidor& servidor) {
     servidor.conexoes.AbreConsulta(rs, SqlPendentes());
     QList<VendaPendente> vendas;
     for (; !rs.Eof(); rs.MoveNext())
-        vendas.append({rs.Texto(u"cupom"_s), rs.Texto(u"nfce"_s)});
+        vendas.append({rs.Texto(u"cupom"_s).toInt(), rs.Texto(u"nfce"_s)});
     return vendas;
-}
-
-// Outcomes may span lines (diagnosed rejections); one sale, one line.
-QString Linha(const QString& cupom, const QString& nfce, const QString& texto, bool finalizada) {
-    QString desfecho = texto.simplified();
-    if (desfecho.isEmpty()) desfecho = u"sem resposta do UniNFe"_s;
-    return u"cupom %1 NFC-e %2: %3 (%4)\n"_s.arg(cupom, nfce, desfecho,
-                                                 finalizada ? u"finalizada"_s : u"pendente"_s);
 }
 
 } // namespace
@@ -51,11 +43,13 @@ int ComandoEnviar(const QStringList& argumentos) {
     QSet<QString> vistas;
     EnviaPendentes(servidor, [&](const DesfechoDaVenda& d) {
         vistas.insert(d.nfce);
-        EscreveSaida(Linha(QString::number(d.cupom), d.nfce, d.texto, d.finalizada));
+        EscreveSaida(DescreveDesfecho(d) + u'\n');
     });
     for (const VendaPendente& venda : antes)
         if (!vistas.contains(venda.nfce))
-            EscreveSaida(Linha(venda.cupom, venda.nfce, u"não processada nesta passagem"_s, false));
+            EscreveSaida(DescreveDesfecho(
+                             {venda.cupom, venda.nfce, u"não processada nesta passagem"_s, false}) +
+                         u'\n');
     return 0;
 }
 

@@ -1,6 +1,7 @@
 #include "shell/comandos/Preparo.h"
 
 #include "contexto/Servidor.h"
+#include "emission/EmiteNfceImprime.h"
 #include "shell/comandos/Comandos.h"
 #include "storage/Empresa.h"
 #include "storage/Pastas.h"
@@ -18,6 +19,7 @@ void PreparaServidor(Servidor& servidor) {
     QDir().mkpath(Caminho(servidor.pasta, servidor.empresa.Cnpj + u"\\Validar"_s));
     servidor.conexoes.PreparaConexaoPrincipal();
     servidor.conexoes.ReabreConexao();
+    InstalaReemissao(servidor);
 }
 
 QString PastaDoComando(const QStringList& argumentos) {
