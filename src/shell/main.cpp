@@ -1,3 +1,4 @@
+#include "shell/basDemo.h"
 #include "shell/comandos/Comandos.h"
 #include "shell/comandos/Saida.h"
 
@@ -17,7 +18,8 @@ const std::map<QString, std::function<int(const QStringList&)>> comandos = {
 };
 
 int Uso() {
-    return nfce::ErroDeUso(QStringLiteral("iniciar DIR [--exemplos]\n"
+    return nfce::ErroDeUso(QStringLiteral("[--pasta DIR] [--sem-janela] [--executar-agora]\n"
+                                          "     servidor-nfce iniciar DIR [--exemplos]\n"
                                           "     servidor-nfce empresa DIR [--mostrar] < dados.txt\n"
                                           "     servidor-nfce gerar NFCE [--pasta DIR]\n"
                                           "     servidor-nfce exportar [--pasta DIR]\n"
@@ -27,10 +29,14 @@ int Uso() {
 
 } // namespace
 
+// Without a command, or with options only, the program is the tray server.
 int main(int argc, char** argv) {
+    QStringList argumentos;
+    for (int i = 1; i < argc; ++i)
+        argumentos.append(QString::fromLocal8Bit(argv[i]));
+    if (argumentos.isEmpty() || argumentos.first().startsWith(u'-'))
+        return nfce::Main(argc, argv, argumentos);
     QCoreApplication app(argc, argv);
-    QStringList argumentos = app.arguments().mid(1);
-    if (argumentos.isEmpty()) return Uso();
     const auto comando = comandos.find(argumentos.takeFirst());
     if (comando == comandos.end()) return Uso();
     return nfce::ExecutaComando([&] { return comando->second(argumentos); });

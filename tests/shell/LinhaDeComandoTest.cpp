@@ -1,6 +1,8 @@
 #include "apoio/PastaPrograma.h"
+#include "shell/InstanciaUnica.h"
 #include "storage/Configuracao.h"
 
+#include <QDir>
 #include <QProcess>
 #include <gtest/gtest.h>
 
@@ -33,8 +35,13 @@ void EsperaFalha(const Execucao& e, int status, const QString& trecho) {
 }
 
 TEST(LinhaDeComando, UsoErradoExplicaASintaxe) {
-    const std::vector<QStringList> casos = {
-        {}, {u"voar"_s}, {u"empresa"_s}, {u"iniciar"_s}, {u"iniciar"_s, u"a"_s, u"b"_s}};
+    const std::vector<QStringList> casos = {{u"voar"_s},
+                                            {u"empresa"_s},
+                                            {u"iniciar"_s},
+                                            {u"iniciar"_s, u"a"_s, u"b"_s},
+                                            {u"--voar"_s},
+                                            {u"--pasta"_s},
+                                            {u"--sem-janela"_s, u"enviar"_s}};
     for (const QStringList& argumentos : casos) {
         SCOPED_TRACE(argumentos.join(u' ').toStdString());
         EsperaFalha(Roda(argumentos), 2, u"uso: servidor-nfce"_s);
@@ -70,6 +77,24 @@ TEST(LinhaDeComando, IniciarCriaUmaVezSo) {
     EXPECT_EQ(primeira.saida, destino + u"\n"_s);
     EXPECT_EQ(LerConfig(destino, u"TIPOBANCO"_s), u"SQLITE"_s);
     EsperaFalha(Roda({u"iniciar"_s, destino}), 1, u"(erro 58)"_s);
+}
+
+// The server: a second one on the same folder ends at once without a word; a folder without
+// settings fails its start-up with one line, also written to the day's log.
+TEST(LinhaDeComando, ServidorSegundaInstanciaEPartidaSemArquivos) {
+    PastaPrograma pasta;
+    const QStringList argumentos = {u"--pasta"_s, pasta.caminho(), u"--sem-janela"_s};
+    {
+        InstanciaUnica primeira(pasta.caminho());
+        ASSERT_EQ(primeira.Obtem(), InstanciaUnica::Resultado::Obtida);
+        const Execucao segunda = Roda(argumentos);
+        EXPECT_EQ(segunda.status, 0);
+        EXPECT_EQ(segunda.saida + segunda.erro, QString());
+    }
+    EsperaFalha(Roda(argumentos), 1, u"(erro 53)"_s);
+    const QStringList logs = QDir(pasta.Caminho(u"LOG"_s)).entryList(QDir::Files);
+    ASSERT_EQ(logs.size(), 1);
+    EXPECT_TRUE(pasta.LeArquivo(u"LOG/"_s + logs.first()).contains("(erro 53)"));
 }
 
 } // namespace
