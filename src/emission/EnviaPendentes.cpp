@@ -43,9 +43,13 @@ qint32 Longo(const Registros& rs, const QString& campo) {
 }
 
 // The callers' "For Tentativa = 0 To ultimo": a reader that moves the counter itself ends the
-// loop early, as the readers intend.
+// loop early, as the readers intend. The rounds are also counted apart: a reader that fails
+// between setting the counter back to 0 and setting its final value (the database gone in the
+// middle) would otherwise restart the loop for ever, the trap resuming after each failure.
 template <class Rodada> void Repete(Servidor& s, int ultimo, Rodada&& rodada) {
-    for (s.venda.Tentativa = 0; s.venda.Tentativa <= ultimo; ++s.venda.Tentativa)
+    int rodadas = 0;
+    for (s.venda.Tentativa = 0; s.venda.Tentativa <= ultimo && rodadas <= ultimo;
+         ++s.venda.Tentativa, ++rodadas)
         if (rodada()) return;
 }
 

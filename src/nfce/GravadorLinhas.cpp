@@ -1,9 +1,7 @@
 #include "nfce/GravadorLinhas.h"
 
-#include "storage/ErroExecucao.h"
+#include "storage/ArquivoTexto.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QHash>
 #include <QStringDecoder>
 
@@ -59,14 +57,7 @@ void GravadorLinhas::Fecha() {
 }
 
 void GravadorLinhas::Falha() const {
-    const QString pasta = QFileInfo(caminho_).path();
-    const QString nativo = QDir::toNativeSeparators(caminho_);
-    if (!QFileInfo(pasta).isDir())
-        throw ErroExecucao(ErroCaminhoNaoEncontrado,
-                           QStringLiteral("Caminho não encontrado: ") + nativo);
-    throw ErroExecucao(ErroAcessoCaminho, QStringLiteral("Erro de acesso ao caminho/arquivo: ") +
-                                              nativo + QStringLiteral(" (") +
-                                              arquivo_.errorString() + QLatin1Char(')'));
+    throw ErroDeGravacao(caminho_, arquivo_.errorString());
 }
 
 } // namespace nfce

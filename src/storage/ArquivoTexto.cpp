@@ -1,7 +1,5 @@
 #include "storage/ArquivoTexto.h"
 
-#include "storage/ErroExecucao.h"
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -36,13 +34,23 @@ void GravaLinhas(const QString& caminho, const QStringList& linhas) {
         dados += QByteArray(ansi(linha)) + "\r\n";
     QSaveFile arquivo(caminho);
     if (!arquivo.open(QIODevice::WriteOnly) || arquivo.write(dados) != dados.size() ||
-        !arquivo.commit()) {
-        const bool semPasta = !QFileInfo(QFileInfo(caminho).path()).isDir();
-        throw ErroExecucao(semPasta ? ErroCaminhoNaoEncontrado : ErroAcessoCaminho,
-                           (semPasta ? QStringLiteral("Caminho não encontrado: ")
-                                     : QStringLiteral("Erro de acesso ao caminho/arquivo: ")) +
-                               QDir::toNativeSeparators(caminho));
-    }
+        !arquivo.commit())
+        throw ErroDeGravacao(caminho, arquivo.errorString());
+}
+
+ErroExecucao ErroDeGravacao(const QString& caminho, const QString& causa) {
+    const QFileInfo pasta(QFileInfo(caminho).path());
+    const QString arquivo = QDir::toNativeSeparators(caminho);
+    const QString nomePasta = QDir::toNativeSeparators(pasta.filePath());
+    if (pasta.isDir())
+        return ErroExecucao(
+            ErroAcessoCaminho,
+            QStringLiteral("Erro de acesso ao caminho/arquivo: %1 (%2)").arg(arquivo, causa));
+    // A file where the folder should be is the usual cause: say so, not just "not found".
+    const QString porque = pasta.exists() ? QStringLiteral("%1 não é uma pasta").arg(nomePasta)
+                                          : QStringLiteral("a pasta %1 não existe").arg(nomePasta);
+    return ErroExecucao(ErroCaminhoNaoEncontrado,
+                        QStringLiteral("Caminho não encontrado: %1 (%2)").arg(arquivo, porque));
 }
 
 bool CopiaArquivo(const QString& origem, const QString& destino) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/ErroExecucao.h"
+
 #include <QStringList>
 
 namespace nfce {
@@ -17,6 +19,10 @@ QString TextoDoArquivo(const QString& caminho);
 // Creates or replaces the file with the lines, each ended by CR LF. A missing folder raises
 // ErroCaminhoNaoEncontrado (76), any other failure ErroAcessoCaminho (75).
 void GravaLinhas(const QString& caminho, const QStringList& linhas);
+
+// The error of a file that could not be written, naming the file and why: its folder missing
+// or not a folder, ErroCaminhoNaoEncontrado (76); otherwise ErroAcessoCaminho (75) with `causa`.
+ErroExecucao ErroDeGravacao(const QString& caminho, const QString& causa);
 
 // Copies over an existing target, making its folder when missing (a month folder of the
 // accounting copies may not exist yet); false when the copy could not be made.

@@ -21,6 +21,10 @@ QString NomeDoDriver(TipoBanco tipo) {
 [[noreturn]] void FalhaDoBanco(const QSqlError& erro) {
     QString texto = erro.databaseText().trimmed();
     if (texto.isEmpty()) texto = erro.driverText().trimmed();
+    // The ODBC layer gives no text for a statement on a connection the server has dropped.
+    if (texto.isEmpty())
+        texto = QStringLiteral("O banco de dados não executou o comando e não informou o motivo "
+                               "(conexão com o servidor perdida?).");
     throw ErroExecucao(ErroProvedor, texto);
 }
 
