@@ -28,9 +28,13 @@ void PrintTo(Motor motor, std::ostream* saida) {
     *saida << (motor == Motor::Sqlite ? "Sqlite" : "MariaDb");
 }
 
+QString BancoTeste::ServidorMariaDb() const {
+    return qEnvironmentVariable("NFCE_MARIADB");
+}
+
 void BancoTeste::SetUp() {
     if (!EmSqlite()) {
-        host_ = qEnvironmentVariable("NFCE_MARIADB");
+        host_ = ServidorMariaDb();
         if (host_.isEmpty()) GTEST_SKIP() << "NFCE_MARIADB is not set";
     }
     baseLoja_ = CriaBanco(QStringLiteral("loja"), loja_);

@@ -27,6 +27,8 @@ protected:
     void TearDown() override;
 
     bool EmSqlite() const { return GetParam() == Motor::Sqlite; }
+    // The MariaDB server the runs use: NFCE_MARIADB; a test with a server of its own says its.
+    virtual QString ServidorMariaDb() const;
 
     // A fresh remote database ("remota" schema), written into Config.ini and opened through
     // `conexoes` (AbreConexaoRemota).
