@@ -1,6 +1,7 @@
 #include "storage/Pastas.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QStringList>
 
@@ -16,14 +17,22 @@ QString Junta(const QString& pasta, const QString& nome) {
 }
 
 // The entry `nome` of `pasta` as spelled on disk, or "" when the folder has no such entry.
-// The listing is read only when the exact name is missing.
+// The listing is read only when the exact name is missing, as names only (answer folders hold
+// thousands of files and most names looked for are absent). Of several spellings side by side
+// on a case-sensitive disk, the first in code-point order answers.
 QString NomeNoDisco(const QString& pasta, const QString& nome) {
     if (QFileInfo::exists(Junta(pasta, nome))) return nome;
-    const QStringList entradas = QDir(pasta).entryList(
-        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
-    for (const QString& entrada : entradas)
-        if (entrada.compare(nome, Qt::CaseInsensitive) == 0) return entrada;
-    return {};
+    QDir dir(pasta);
+    dir.setFilter(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    QString achado;
+    for (QDirIterator entradas(dir); entradas.hasNext();) {
+        entradas.next();
+        const QString entrada = entradas.fileName();
+        if (entrada.compare(nome, Qt::CaseInsensitive) == 0 &&
+            (achado.isEmpty() || entrada < achado))
+            achado = entrada;
+    }
+    return achado;
 }
 
 // A raw path resolved part by part below its root ("/", a drive "C:", or none when relative).
