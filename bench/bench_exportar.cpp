@@ -1,6 +1,7 @@
 // Real time per row of the remote export: 10 000 items and 2 000 sales, on SQLite files and,
 // when NFCE_MARIADB names a server, on MariaDB over the network (target: under 2 ms a row).
 // The waits the export makes run on the virtual clock, so only the work itself is timed.
+#include "ConfigBench.h"
 #include "contexto/Servidor.h"
 #include "export/Exportacao.h"
 #include "plataforma/AmbienteVirtual.h"
@@ -22,12 +23,6 @@ using nfce::TipoBanco;
 constexpr int Vendas = 2000;
 constexpr int ItensPorVenda = 5;
 constexpr int Lote = 500; // rows per INSERT while filling
-
-void EscreveConfig(const QString& pasta, const QStringList& linhas) {
-    QFile arquivo(pasta + u"/Config.ini"_s);
-    if (!arquivo.open(QIODevice::WriteOnly)) std::abort();
-    arquivo.write((linhas.join(u"\r\n"_s) + u"\r\n"_s).toLatin1());
-}
 
 // Rows of one table in INSERTs of `Lote` rows each.
 void Preenche(Conexao& banco, const QString& cabeca, int quantas,

@@ -2,6 +2,7 @@
 // on MariaDB over loopback), with the program's own waits taken by a virtual clock so that only
 // the work is measured. MariaDB runs when NFCE_MARIADB names the server (user master).
 // Memory: peak RSS after each size; the text is written as it goes.
+#include "ConfigBench.h"
 #include "contexto/Servidor.h"
 #include "nfce/GeraNfce.h"
 #include "plataforma/AmbienteVirtual.h"
@@ -25,12 +26,6 @@ long PicoRssKb() {
     rusage uso{};
     getrusage(RUSAGE_SELF, &uso);
     return uso.ru_maxrss;
-}
-
-void EscreveConfig(const QString& pasta, const QStringList& linhas) {
-    QFile arquivo(pasta + u"/Config.ini"_s);
-    if (!arquivo.open(QIODevice::WriteOnly)) std::abort();
-    arquivo.write((linhas.join(u"\r\n"_s) + u"\r\n"_s).toLatin1());
 }
 
 // One sale of `itens` items over products of every tax code, in statements of 500 rows.

@@ -3,6 +3,7 @@
 #include "apoio/LojaComUniNfe.h"
 #include "contexto/Servidor.h"
 #include "emission/ArmadilhaEnvio.h"
+#include "emission/EmiteNfceImprime.h"
 #include "storage/Empresa.h"
 #include "storage/Esquema.h"
 
@@ -83,10 +84,17 @@ TEST_P(EnviaPendentesTest, CadaDesfechoNumaPassagem) {
         {1006, u"lote-recusado"_s, false, u"0/0"_s, QString()},
         {1007, u"sem-resposta"_s, false, u"/0"_s, QString()},
         {1008, u"autoriza chave-zero"_s, true, u"1/1"_s, u"Autorizado o uso da NF-e"_s},
+        {1009, u"rejeita 806"_s, false, u"0/1"_s, u"sem informacao do CEST"_s},
     };
     int cupom = 10;
     for (const Caso& c : casos)
         Venda(c.nfce, cupom--, c.cenario);
+    // Whatever the window left in the module state, this sender neither emits a rejected sale
+    // again nor prints a contingency receipt.
+    s->venda.ModoRetorno = u"VENDA"_s;
+    s->venda.TipoEmissao = u"9"_s;
+    s->venda.ImprimeCupom = true;
+    InstalaReemissao(*s);
     const auto desfechos = Passa();
     for (const Caso& c : casos) {
         SCOPED_TRACE(c.cenario.toStdString());
@@ -97,11 +105,23 @@ TEST_P(EnviaPendentesTest, CadaDesfechoNumaPassagem) {
         EXPECT_EQ(Estado(c.nfce), c.estado);
     }
     EXPECT_TRUE(ambiente.mensagens.isEmpty());
+    EXPECT_TRUE(ambiente.programasIniciados.isEmpty());
     EXPECT_TRUE(s->painel.LblMens01.isEmpty() && s->painel.LblMens03.isEmpty());
     EXPECT_FALSE(s->envio.Pendentes.Aberto());
     // Finished sales keep their accounting copy under the sale's month.
     EXPECT_TRUE(
         QFile::exists(pasta.Caminho(Cnpj + u"/CONTABILIDADE/112026/000001001-procNFe.xml"_s)));
+    // 539: authorised under this sending's key, the protocol cut from SEFAZ's reason (this
+    // wording's comma moves the cut one place). No authorised XML exists for that key: the
+    // failed document waits in EmProcessamento for the situation query, nothing is filed.
+    const QString chave = Coluna(u"chave"_s, 1004);
+    EXPECT_EQ(desfechos.value(u"1004"_s).texto, u"Autorizado o uso da NF-e"_s);
+    EXPECT_EQ(Coluna(u"erro"_s, 1004), u"Autorizado o uso da NF-e"_s);
+    EXPECT_EQ(Coluna(u"autorizacao"_s, 1004), u":31000000000000"_s);
+    EXPECT_EQ(chave.size(), 44);
+    EXPECT_TRUE(Existe(u"Enviado\\EmProcessamento\\"_s + chave + u"-nfe.xml"_s));
+    EXPECT_FALSE(
+        QFile::exists(pasta.Caminho(Cnpj + u"/CONTABILIDADE/112026/000001004-procNFe.xml"_s)));
 }
 
 TEST_P(EnviaPendentesTest, SoVendasPendentesComNfceSaoEscolhidas) {
