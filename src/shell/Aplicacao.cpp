@@ -15,8 +15,7 @@ using namespace Qt::StringLiterals;
 
 Aplicacao::Aplicacao(const QString& pasta, Ambiente& ambiente, std::function<void()> fimDoPrograma)
     : s_(pasta, ambiente),
-      timerVendas_(s_, {[this] { CmdExecutar_Click(); },
-                        [this] { Protegido(u"AtEnvioTime"_s, [this] { AtEnvioTime(s_); }); },
+      timerVendas_(s_, {[this] { CmdExecutar_Click(); }, [this] { AtEnvioTimeProtegido(); },
                         [this] { CmdExportar_Click(); }}),
       fimDoPrograma_(std::move(fimDoPrograma)) {
     InstalaReemissao(s_);
@@ -32,6 +31,10 @@ void Aplicacao::Form_Load(bool executarAgora) {
     s_.painel.TimerVendasAtivo = true;
     if (executarAgora) s_.ambiente.Posta([this] { timerVendas_.RodaAgora(); });
     s_.ambiente.Aguarda(5);
+    AtEnvioTimeProtegido();
+}
+
+void Aplicacao::AtEnvioTimeProtegido() {
     Protegido(u"AtEnvioTime"_s, [this] { AtEnvioTime(s_); });
 }
 

@@ -42,6 +42,7 @@ public:
     void LigaTimerVendas();
 
 private:
+    void AtEnvioTimeProtegido();
     void Protegido(const QString& rotina, const std::function<void()>& passo);
 
     Servidor s_;
