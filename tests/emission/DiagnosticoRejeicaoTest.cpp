@@ -102,7 +102,7 @@ TEST_P(DiagnosticoRejeicaoTest, TabelaDeCodigos) {
         EXPECT_EQ(Processa(c.linha), mensagem) << c.linha;
         const QString erro = qstrcmp(c.erro, "=") ? QString::fromUtf8(c.erro) : mensagem;
         const bool duplicada = c.venda[0] == '1';
-        EXPECT_EQ(Venda(u"erro,tempo,enviotime,situacao,autorizacao,chave"_s),
+        EXPECT_EQ(DaVenda(u"erro,tempo,enviotime,situacao,autorizacao,chave"_s),
                   erro + u'|' + QLatin1String(c.venda) + u'|' + (duplicada ? Chave : QString()))
             << c.linha;
         EXPECT_EQ(Texto(u"SELECT situacao FROM itens WHERE cupom = 501 AND Item = 1"_s),
@@ -111,7 +111,7 @@ TEST_P(DiagnosticoRejeicaoTest, TabelaDeCodigos) {
         EXPECT_EQ(Atualizacoes(), c.atualizacoes) << c.linha;
         EXPECT_EQ(Atualizacoes(1234), 0) << c.linha;
         // Duplicates are keyed on the NFC-e number, which sale 900 shares.
-        EXPECT_EQ(Venda(u"tempo"_s, 900), duplicada ? u"1"_s : u"5"_s) << c.linha;
+        EXPECT_EQ(DaVenda(u"tempo"_s, 900), duplicada ? u"1"_s : u"5"_s) << c.linha;
         // A duplicate in field 5 goes on to the filing: a situation query, one receipt less.
         const bool arquiva = duplicada && c.linha[0] != '+';
         EXPECT_EQ(Existe(u"Envio/"_s + Chave + u"-ped-sit.txt"_s), arquiva) << c.linha;
@@ -131,7 +131,7 @@ TEST_P(DiagnosticoRejeicaoTest, ItemNaoEncontrado) {
         EXPECT_EQ(ErroDe([&] { Processa(linha, u"VENDA"_s, semItens); }).numero(),
                   ErroSemRegistroAtual)
             << linha;
-        EXPECT_EQ(Venda(u"erro,tempo"_s), u"|5"_s);
+        EXPECT_EQ(DaVenda(u"erro,tempo"_s), u"|5"_s);
     }
 }
 

@@ -36,9 +36,9 @@ TEST_P(LeituraRetornoTest, ChaveDaConversao) {
         const qint64 antes = ambiente.msAguardados();
         EXPECT_EQ(LeChaveNfe(*s), chave) << resposta.toStdString();
         EXPECT_EQ(ambiente.msAguardados() - antes, ms) << resposta.toStdString();
-        EXPECT_EQ(s->painel.LblMens01 + Venda(u"chave"_s) + Colunas(u"orcamento"_s, u"chave"_s),
+        EXPECT_EQ(s->painel.LblMens01 + DaVenda(u"chave"_s) + Colunas(u"orcamento"_s, u"chave"_s),
                   chave + chave + chave);
-        EXPECT_EQ(Venda(u"chave"_s, 1234) + Venda(u"chave"_s, 900), u""_s);
+        EXPECT_EQ(DaVenda(u"chave"_s, 1234) + DaVenda(u"chave"_s, 900), u""_s);
         EXPECT_EQ(s->venda.Tentativa, 5);
     }
 }
@@ -63,9 +63,14 @@ TEST_P(LeituraRetornoTest, ErroDeConversao) {
         const qint64 antes = ambiente.msAguardados();
         EXPECT_EQ(LeErroNfe(*s), mensagem);
         EXPECT_EQ(ambiente.msAguardados() - antes, 200);
-        EXPECT_EQ(Venda(u"erro,enviotime"_s), mensagem + u'|' + enviotime);
+        EXPECT_EQ(DaVenda(u"erro,enviotime"_s), mensagem + u'|' + enviotime);
         EXPECT_EQ(s->venda.Tentativa, 2);
     }
+    // Three bytes in UTF-8 for every euro sign: the column takes 21 845 characters.
+    Grava(Base + u"-nfe.err"_s,
+          "xMotivo=F\r\n" + QByteArray("Segmento \x80\x80\x80\r\n").repeated(8000));
+    LeErroNfe(*s);
+    EXPECT_EQ(DaVenda(u"erro"_s), (falha + QString(24000, QChar(0x20ac))).left(21845));
 }
 
 // The last line with a number wins, on the sale with the key; a file without one writes nothing.
@@ -79,7 +84,7 @@ TEST_P(LeituraRetornoTest, Lote) {
         Executa(u"UPDATE vendas SET chave = '%1' WHERE cupom = 501"_s.arg(Chave));
         if (lotes != "-") Grava(u"Retorno/"_s + Chave + u"-num-lot.txt"_s, lotes);
         GravaLote(*s);
-        EXPECT_EQ(Venda(u"lote"_s) + Venda(u"lote"_s, 1234), lote) << lotes.toStdString();
+        EXPECT_EQ(DaVenda(u"lote"_s) + DaVenda(u"lote"_s, 1234), lote) << lotes.toStdString();
     }
 }
 
@@ -108,7 +113,7 @@ TEST_P(LeituraRetornoTest, LoteRecusado) {
         const qint64 antes = ambiente.msAguardados();
         EXPECT_EQ(LeErroRecibo(*s), devolvida);
         EXPECT_EQ(ambiente.msAguardados() - antes, devolvida.isEmpty() ? 1000 : 1500);
-        EXPECT_EQ(Venda(u"erro,tempo,enviotime"_s),
+        EXPECT_EQ(DaVenda(u"erro,tempo,enviotime"_s),
                   erro + (devolvida.isEmpty() ? u"|5|1"_s : u"|0|0"_s));
         EXPECT_EQ(s->venda.Tentativa, 10);
     }

@@ -62,8 +62,8 @@ TEST_P(PedidoChaveTest, RespostaNasDuasFormas) {
             EXPECT_EQ(ambiente.msAguardados() - antes, ms) << resposta.left(60).toStdString();
         }
         const QString guardada = QString(lida).left(44).remove(QChar(0));
-        EXPECT_EQ(Venda(u"chave"_s) + Venda(u"chave"_s, 900), guardada + guardada);
-        EXPECT_EQ(Venda(u"chave"_s, 1234), u""_s);
+        EXPECT_EQ(DaVenda(u"chave"_s) + DaVenda(u"chave"_s, 900), guardada + guardada);
+        EXPECT_EQ(DaVenda(u"chave"_s, 1234), u""_s);
     }
 }
 

@@ -1,24 +1,15 @@
 #include "apoio/BancoTeste.h"
+#include "apoio/Programa.h"
 
 #include <QFileInfo>
-#include <QProcess>
 
 namespace nfce::teste {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-struct Execucao {
-    int status;
-    QString saida, erro;
-};
-
 Execucao Roda(const QStringList& argumentos) {
-    QProcess processo;
-    processo.start(QStringLiteral(NFCE_BINARIO_SERVIDOR), QStringList{u"exportar"_s} + argumentos);
-    processo.waitForFinished(60000);
-    return {processo.exitCode(), QString::fromUtf8(processo.readAllStandardOutput()),
-            QString::fromUtf8(processo.readAllStandardError())};
+    return RodaServidor(QStringList{u"exportar"_s} + argumentos);
 }
 
 class ComandoExportarTest : public BancoTeste {

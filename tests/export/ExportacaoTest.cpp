@@ -134,36 +134,31 @@ TEST_P(ExportacaoTest, ItensEVendasComOsValoresExatos) {
 }
 
 TEST_P(ExportacaoTest, BaixaOEstoqueNaColunaConfigurada) {
-    const struct {
-        QString config, estoque, fisico;
-    } casos[] = {{u""_s, u"97"_s, u"50"_s}, {u"SIM"_s, u"100"_s, u"47"_s}};
-    for (const auto& caso : casos) {
-        Configura({u"VENDASONLINESRV=SIM"_s, u"ESTOQUEFISICO="_s + caso.config});
+    // ESTOQUEFISICO, then estoque and estoquefisico afterwards.
+    for (const auto& [config, estoque, fisico] :
+         {std::tuple(u""_s, u"97"_s, u"50"_s), {u"SIM"_s, u"100"_s, u"47"_s}}) {
+        Configura({u"VENDASONLINESRV=SIM"_s, u"ESTOQUEFISICO="_s + config});
         ExecutaRemota(u"UPDATE produtos SET estoque = 100, estoquefisico = 50"_s);
         Item(u"quant = 2.5"_s);
         Item(u"Item = 2, quant = 0.5"_s);
         // The grouped quantity makes a statement the database refuses: logged, stock unchanged.
         Item(u"Item = 3, quant = 1500"_s);
         Exporta();
-        EXPECT_EQ(TextoRemoto(u"SELECT estoque FROM produtos"_s), caso.estoque);
-        EXPECT_EQ(TextoRemoto(u"SELECT estoquefisico FROM produtos"_s), caso.fisico);
+        EXPECT_EQ(TextoRemoto(u"SELECT estoque FROM produtos"_s), estoque);
+        EXPECT_EQ(TextoRemoto(u"SELECT estoquefisico FROM produtos"_s), fisico);
     }
-    EXPECT_EQ(ambiente.registro
-                  .filter(u"baixa de estoque do produto 7 (cupom 12, caixa 001, "
-                          "item 3)"_s)
-                  .size(),
-              2);
+    EXPECT_EQ(
+        ambiente.registro.filter(u"baixa de estoque do produto 7 (cupom 12, caixa 001, item 3)"_s)
+            .size(),
+        2);
 }
 
 TEST_P(ExportacaoTest, ContaAReceberDeVendaAPrazo) {
     const QString conta = u"%1|%2|JOSE|2026-11-14|%3|%4|%5|%6|V|12|1|Venda 000012|%7|1234.56|17"_s;
     const QString comForma =
         conta.arg(u"12", u"5", u"30", u"2026-12-29", u"3", u"PRAZO 'X'", u"NFCE");
-    const struct {
-        QString venda;
-        qint32 codigoCliente;
-        QStringList contas;
-    } casos[] = {
+    // The sale's values, the driver's customer code, the receivables sent.
+    const std::tuple<QString, qint32, QStringList> casos[] = {
         {u"Vale = 30"_s, 0, {comForma}},
         {u"Outros = 20, forpag = 9, nfce = 0"_s,
          0,
@@ -177,28 +172,16 @@ TEST_P(ExportacaoTest, ContaAReceberDeVendaAPrazo) {
         {u"Vale = 30"_s, 999999, {}},
         {u"Dinheiro = 9"_s, 0, {}},
     };
-    for (const auto& caso : casos) {
+    for (const auto& [venda, cliente, contas] : casos) {
         ExecutaRemota(u"DELETE FROM contasreceber"_s);
-        Venda(caso.venda);
-        codigoCliente = caso.codigoCliente;
+        Venda(venda);
+        codigoCliente = cliente;
         const ResultadoExportacao r = Exporta();
-        EXPECT_EQ(Remotas(ColunasConta, u"contasreceber"_s), caso.contas)
-            << caso.venda.toStdString();
+        EXPECT_EQ(Remotas(ColunasConta, u"contasreceber"_s), contas) << venda.toStdString();
         EXPECT_EQ(r.vendasConfirmadas, 1);
-        EXPECT_EQ(r.contasEnviadas, caso.contas.size());
+        EXPECT_EQ(r.contasEnviadas, contas.size());
     }
     EXPECT_TRUE(Registrou(u"falha ao enviar conta a receber (cupom 12, caixa 001)"_s));
-}
-
-TEST_P(ExportacaoTest, NadaPendenteAindaMarcaTudo) {
-    Item(u"situacao = 'C'"_s);
-    Venda(u"situacao = 'C'"_s);
-    const ResultadoExportacao r = Exporta();
-    EXPECT_EQ(Marcados(), 2);
-    EXPECT_TRUE(Remotas(u"id"_s, u"itens"_s).isEmpty() && Remotas(u"id"_s, u"vendas"_s).isEmpty());
-    EXPECT_EQ(r.itensLidos + r.vendasLidas, 0);
-    EXPECT_EQ(ambiente.msAguardados(), 10);
-    EXPECT_TRUE(ambiente.registro.isEmpty()) << ambiente.registro.join(u'\n').toStdString();
 }
 
 TEST_P(ExportacaoTest, SemExportacaoNadaEMarcado) {
@@ -208,12 +191,8 @@ TEST_P(ExportacaoTest, SemExportacaoNadaEMarcado) {
                                     u"SERVIDORBASEDADOS="_s + BaseInexistente(),
                                     u"SERVIDORUSUARIO=master"_s, u"VENDASONLINESRV=SIM"_s};
     const QString falhou = u"Erro de Conexão do Banco de Dados do Servidor."_s;
-    const struct {
-        QStringList config;
-        bool ligada;
-        int erro;
-        QString mensagem;
-    } casos[] = {
+    // Settings; then switched on, the error, the message shown.
+    const std::tuple<QStringList, bool, int, QString> casos[] = {
         {LinhasDosBancos() << u"VENDASONLINESRV=sim"_s, false, 0, {}},
         {LinhasDosBancos() << u"VENDASONLINESRV=NAO"_s, false, 0, {}},
         {LinhasDosBancos(), false, 0, {}},
@@ -225,14 +204,14 @@ TEST_P(ExportacaoTest, SemExportacaoNadaEMarcado) {
     };
     Item();
     Venda();
-    for (const auto& caso : casos) {
-        pasta.EscreveConfig(caso.config);
+    for (const auto& [config, ligada, erro, mensagem] : casos) {
+        pasta.EscreveConfig(config);
         ambiente.mensagens.clear();
         ResultadoExportacao r;
-        EXPECT_EQ(ErroDe([&] { r = Exporta(); }).numero(), caso.erro);
-        EXPECT_EQ(std::tie(r.ligada, r.conectada), std::make_tuple(caso.ligada, false));
-        EXPECT_EQ(ambiente.mensagens.size(), caso.mensagem.isEmpty() ? 0 : 1);
-        EXPECT_EQ(ambiente.mensagens.value(0).texto, caso.mensagem);
+        EXPECT_EQ(ErroDe([&] { r = Exporta(); }).numero(), erro);
+        EXPECT_EQ(std::tie(r.ligada, r.conectada), std::make_tuple(ligada, false));
+        EXPECT_EQ(ambiente.mensagens.size(), mensagem.isEmpty() ? 0 : 1);
+        EXPECT_EQ(ambiente.mensagens.value(0).texto, mensagem);
     }
     EXPECT_EQ(Marcados(), 0);
     EXPECT_TRUE(titulos.isEmpty());

@@ -1,98 +1,69 @@
 #include "emission/FilaPendentes.h"
-#include "fila/BaseFila.h"
+#include "apoio/Loja.h"
 
 namespace nfce::teste {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class FilaPendentesTest : public BaseFila {};
+using FilaPendentesTest = Loja;
+
+const QString Insere =
+    u"INSERT INTO vendas (data, cupom, nfce, tempo, enviotime, autorizacao) VALUES "_s;
 
 TEST_P(FilaPendentesTest, SoAsVendasDeHojeNaoEnviadasEmOrdemDeCupom) {
-    const struct {
-        Venda venda;
-        bool entra;
-    } casos[] = {
-        {{u"'2026-11-15'"_s, 30, u"101"_s, u""_s, 0, u""_s}, true},
-        {{u"'2026-11-15'"_s, 10, u"102"_s, u"0"_s, 0, u""_s}, true},
-        {{u"'2026-11-15'"_s, 20, u"103"_s, u"9"_s, 0, u""_s}, true},
-        {{u"'2026-11-15'"_s, 5, u"104"_s, u"1"_s, 0, u""_s}, false},
-        {{u"'2026-11-15'"_s, 6, u"0"_s, u"0"_s, 0, u""_s}, false},
-        {{u"'2026-11-15'"_s, 7, u"105"_s, u"0"_s, 1, u""_s}, false},
-        {{u"'2026-11-15'"_s, 8, u"106"_s, u"0"_s, 0, u"131260000001"_s}, false},
-        {{u"'2026-11-14'"_s, 9, u"107"_s, u"0"_s, 0, u""_s}, false},
-        {{u"'2026-11-16'"_s, 11, u"108"_s, u"0"_s, 0, u""_s}, false},
-        {{u"NULL"_s, 12, u"109"_s, u"0"_s, 0, u""_s}, false},
-    };
-    for (const auto& caso : casos)
-        Insere(caso.venda);
-    s->painel.TimerVendasAtivo = false;
-
-    ConsultaGrid(*s);
-
-    EXPECT_EQ(Fila(), (QStringList{u"102"_s, u"103"_s, u"101"_s}));
-    EXPECT_EQ(s->painel.LblQuantCup, u"3"_s);
-    EXPECT_TRUE(s->painel.TimerVendasAtivo);
-    EXPECT_EQ(s->fila.DataConsulta, u"2026-11-15"_s);
-    EXPECT_EQ(s->fila.DataTexto, u"15/11/2026"_s);
-    EXPECT_EQ(s->fila.DataInicialSql, u"'2026-11-15'"_s);
-    EXPECT_EQ(s->fila.DataFinalSql, u"'2026-11-15'"_s);
+    // Only the first three are today's, unfinished, numbered, not sent and not authorised.
+    Executa(Insere + u"('2026-11-15', 30, 101, '', 0, ''), ('2026-11-15', 10, 102, '0', 0, ''), "
+                     "('2026-11-15', 20, 103, '9', 0, ''), ('2026-11-15', 5, 104, '1', 0, ''), "
+                     "('2026-11-15', 6, 0, '0', 0, ''), ('2026-11-15', 7, 105, '0', 1, ''), "
+                     "('2026-11-15', 8, 106, '0', 0, '1312'), ('2026-11-14', 9, 107, '0', 0, ''), "
+                     "('2026-11-16', 11, 108, '0', 0, ''), (NULL, 12, 109, '0', 0, '')"_s);
+    // 0.01 s per sale copied and 0.01 s after them; the second copy waits 0.02 s first.
+    for (const auto& [consulta, ms] : {std::pair(&ConsultaGrid, 40), {&ConsultaGrid01, 60}}) {
+        PoeNaFila({u"99"_s});
+        s->painel.TimerVendasAtivo = false;
+        const qint64 antes = ambiente.msAguardados();
+        consulta(*s);
+        EXPECT_EQ(ambiente.msAguardados() - antes, ms);
+        EXPECT_EQ(Fila(), (QStringList{u"102"_s, u"103"_s, u"101"_s}));
+        EXPECT_EQ(s->painel.LblQuantCup, u"3"_s);
+        EXPECT_TRUE(s->painel.TimerVendasAtivo);
+        EXPECT_EQ(s->fila.DataInicialSql + s->fila.DataFinalSql, u"'2026-11-15''2026-11-15'"_s);
+    }
 }
 
 TEST_P(FilaPendentesTest, SemVendaHojeListaEContagemFicamSenaoSaoRefeitas) {
-    Insere({u"'2026-11-14'"_s, 1, u"45"_s, u"0"_s, 0, u""_s});
+    Executa(Insere + u"('2026-11-14', 1, 45, '0', 0, '')"_s);
     PoeNaFila({u"7"_s, u"8"_s});
     s->painel.LblQuantCup = u"5"_s;
     s->fila.DataConsulta = u"antes"_s;
-
-    for (auto consulta : {ConsultaGrid, ConsultaGrid01}) {
+    for (const auto& [consulta, ms] : {std::pair(&ConsultaGrid, 0), {&ConsultaGrid01, 20}}) {
         s->painel.TimerVendasAtivo = false;
+        const qint64 antes = ambiente.msAguardados();
         consulta(*s);
+        EXPECT_EQ(ambiente.msAguardados() - antes, ms);
         EXPECT_EQ(Fila(), (QStringList{u"7"_s, u"8"_s}));
         EXPECT_EQ(s->painel.LblQuantCup, u"5"_s);
         EXPECT_EQ(s->fila.DataConsulta, u"antes"_s);
         EXPECT_TRUE(s->painel.TimerVendasAtivo);
     }
-    Insere({u"'2026-11-15'"_s, 2, u"46"_s, u""_s, 0, u""_s});
+    Executa(Insere + u"('2026-11-15', 2, 46, '', 0, '')"_s);
     ConsultaGrid01(*s);
     EXPECT_EQ(Fila(), QStringList{u"46"_s});
     EXPECT_EQ(s->painel.LblQuantCup, u"1"_s);
-}
-
-TEST_P(FilaPendentesTest, EsperasDeCadaCopia) {
-    const struct {
-        void (*consulta)(Servidor&);
-        int vendas;
-        qint64 ms;
-    } casos[] = {
-        {ConsultaGrid, 0, 0},
-        {ConsultaGrid, 3, 40},
-        {ConsultaGrid01, 0, 20},
-        {ConsultaGrid01, 3, 60},
-    };
-    for (const auto& caso : casos) {
-        Executa(u"DELETE FROM vendas"_s);
-        for (int i = 1; i <= caso.vendas; ++i)
-            Insere({u"'2026-11-15'"_s, i, QString::number(100 + i), u""_s, 0, u""_s});
-        const qint64 antes = ambiente.msAguardados();
-        caso.consulta(*s);
-        EXPECT_EQ(ambiente.msAguardados() - antes, caso.ms) << caso.vendas;
-    }
+    EXPECT_EQ(s->fila.DataConsulta, u"2026-11-15"_s);
 }
 
 TEST_P(FilaPendentesTest, ConsultaDentroDeUmaEsperaNaoRepeteNumeros) {
-    Insere({u"'2026-11-15'"_s, 1, u"101"_s, u""_s, 0, u""_s});
-    Insere({u"'2026-11-15'"_s, 2, u"102"_s, u""_s, 0, u""_s});
+    Executa(Insere + u"('2026-11-15', 1, 101, '', 0, ''), ('2026-11-15', 2, 102, '', 0, '')"_s);
     bool aninhada = false;
     ambiente.AoBombear([&] {
         if (aninhada || Fila().size() != 1) return;
         aninhada = true;
-        Insere({u"'2026-11-15'"_s, 3, u"103"_s, u""_s, 0, u""_s});
+        Executa(Insere + u"('2026-11-15', 3, 103, '', 0, '')"_s);
         ConsultaGrid(*s);
     });
-
     ConsultaGrid(*s);
-
     ASSERT_TRUE(aninhada);
     EXPECT_EQ(Fila(), (QStringList{u"101"_s, u"102"_s, u"103"_s}));
     EXPECT_EQ(s->painel.LblQuantCup, u"3"_s);
@@ -100,11 +71,7 @@ TEST_P(FilaPendentesTest, ConsultaDentroDeUmaEsperaNaoRepeteNumeros) {
 
 TEST_P(FilaPendentesTest, ValoresHostisDoBancoChegamIntactosALista) {
     // Text in an integer column only SQLite keeps; MariaDB gets the numeric cases.
-    const struct {
-        QString nfce;
-        QString naFila;
-        bool soSqlite;
-    } casos[] = {
+    const std::tuple<QString, QString, bool> casos[] = {
         {u"-5"_s, u"-5"_s, false},
         {u"2147483647"_s, u"2147483647"_s, false},
         {u"'12''3'"_s, u"12'3"_s, true},
@@ -114,10 +81,10 @@ TEST_P(FilaPendentesTest, ValoresHostisDoBancoChegamIntactosALista) {
     };
     QStringList esperada;
     int cupom = 0;
-    for (const auto& caso : casos) {
-        if (caso.soSqlite && !EmSqlite()) continue;
-        Insere({u"'2026-11-15'"_s, ++cupom, caso.nfce, u""_s, 0, u""_s});
-        esperada.append(caso.naFila);
+    for (const auto& [nfce, naFila, soSqlite] : casos) {
+        if (soSqlite && !EmSqlite()) continue;
+        Executa(Insere + u"('2026-11-15', %1, %2, '', 0, '')"_s.arg(++cupom).arg(nfce));
+        esperada.append(naFila);
     }
     ConsultaGrid(*s);
     EXPECT_EQ(Fila(), esperada);

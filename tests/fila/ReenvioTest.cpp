@@ -1,7 +1,7 @@
 #include "emission/Reenvio.h"
 #include "apoio/Erros.h"
+#include "apoio/Loja.h"
 #include "emission/FilaPendentes.h"
-#include "fila/BaseFila.h"
 #include "storage/ErroExecucao.h"
 
 namespace nfce::teste {
@@ -32,8 +32,17 @@ TEST(SqlDaFila, TextosDoSistema) {
         EXPECT_EQ(caso.sql, caso.esperado);
 }
 
-class ReenvioTest : public BaseFila {
+class ReenvioTest : public Loja {
 protected:
+    // Sales numbered 101, 102, ... (cupom 1, 2, ...), sent (enviotime 1), each
+    // "data, tempo, autorizacao".
+    void Enviadas(const QStringList& linhas) {
+        for (qsizetype i = 0; i < linhas.size(); ++i)
+            Executa(u"INSERT INTO vendas (cupom, nfce, enviotime, data, tempo, autorizacao) "
+                    "VALUES (%1, %2, 1, %3)"_s.arg(i + 1)
+                        .arg(101 + i)
+                        .arg(linhas[i]));
+    }
     QString EnvioDe(int cupom) {
         return Texto(u"SELECT enviotime FROM vendas WHERE cupom = "_s + QString::number(cupom));
     }
@@ -53,26 +62,22 @@ protected:
 };
 
 TEST_P(ReenvioTest, AtEnvioTimeDevolveAFilaQualquerDataNuncaAsTerminadas) {
-    const struct {
-        Venda venda;
-        QString envioDepois;
-    } casos[] = {
-        {{u"'2019-01-01'"_s, 1, u"10"_s, u"0"_s, 1, u""_s}, u"0"_s},
-        {{u"NULL"_s, 2, u"11"_s, u""_s, 1, u""_s}, u"0"_s},
-        {{u"'2026-11-15'"_s, 3, u"12"_s, u"9"_s, 1, u""_s}, u"0"_s},
-        {{u"'2026-11-15'"_s, 4, u"13"_s, u"8"_s, 1, u"131"_s}, u"0"_s},
-        {{u"'2026-11-15'"_s, 5, u"14"_s, u"1"_s, 1, u""_s}, u"1"_s},
-        {{u"'2026-11-15'"_s, 6, u"0"_s, u"0"_s, 1, u""_s}, u"1"_s},
-        {{u"'2026-11-15'"_s, 7, u"15"_s, u"0"_s, 0, u""_s}, u"0"_s},
-    };
-    for (const auto& caso : casos)
-        Insere(caso.venda);
+    // Sent sales ("data, tempo, autorizacao") of any date and state go back to the queue, all
+    // but the finished fifth; a sale without a number (6) and one not sent (7) stay as they are.
+    Enviadas({u"'2019-01-01', '0', ''"_s, u"NULL, '', ''"_s, u"'2026-11-15', '9', ''"_s,
+              u"'2026-11-15', '8', '131'"_s, u"'2026-11-15', '1', ''"_s});
+    Executa(u"INSERT INTO vendas (cupom, nfce, enviotime, tempo) VALUES (6, 0, 1, '0'), "
+            "(7, 15, 0, '0')"_s);
     PoeNaFila({u"7"_s});
-
     AtEnvioTime(*s);
-
-    for (const auto& caso : casos)
-        EXPECT_EQ(EnvioDe(caso.venda.cupom), caso.envioDepois) << caso.venda.cupom;
+    for (const auto& [cupom, envio] : {std::pair(1, u"0"_s),
+                                       {2, u"0"_s},
+                                       {3, u"0"_s},
+                                       {4, u"0"_s},
+                                       {5, u"1"_s},
+                                       {6, u"1"_s},
+                                       {7, u"0"_s}})
+        EXPECT_EQ(EnvioDe(cupom), envio) << cupom;
     EXPECT_EQ(s->fila.HoraReenvio, u"10:20"_s);
     EXPECT_EQ(ambiente.msAguardados(), 60000);
     EXPECT_TRUE(s->painel.TimerVendasAtivo);
@@ -80,33 +85,25 @@ TEST_P(ReenvioTest, AtEnvioTimeDevolveAFilaQualquerDataNuncaAsTerminadas) {
 }
 
 TEST_P(ReenvioTest, PeriodoDeCadaReenvio) {
-    const struct {
-        QString data;
-        QString doMes, desde2021;
-    } casos[] = {
+    // The sale's date; back in the queue by EnvioTime (this month) and EnvioTime01 (from
+    // 01/06/2021), up to today.
+    const std::tuple<QString, QString, QString> casos[] = {
         {u"'2026-11-15'"_s, u"0"_s, u"0"_s}, {u"'2026-11-01'"_s, u"0"_s, u"0"_s},
         {u"'2026-10-31'"_s, u"1"_s, u"0"_s}, {u"'2021-06-01'"_s, u"1"_s, u"0"_s},
         {u"'2021-05-31'"_s, u"1"_s, u"1"_s}, {u"'2026-11-16'"_s, u"1"_s, u"1"_s},
-        {u"NULL"_s, u"1"_s, u"1"_s},
-    };
-    int cupom = 0;
+        {u"NULL"_s, u"1"_s, u"1"_s}};
+    QStringList linhas;
     for (const auto& caso : casos)
-        Insere({caso.data, ++cupom, QString::number(100 + cupom), u"0"_s, 1, u""_s});
-    const struct {
-        Reenvio reenvio;
-        const char* nome;
-        QString (*esperado)(const decltype(casos[0])&);
-    } reenvios[] = {
-        {EnvioTime, "EnvioTime", [](const auto& c) { return c.doMes; }},
-        {EnvioTime01, "EnvioTime01", [](const auto& c) { return c.desde2021; }},
-    };
-    for (const auto& r : reenvios) {
+        linhas << std::get<0>(caso) + u", '0', ''"_s;
+    Enviadas(linhas);
+    for (const bool desde2021 : {false, true}) {
         Executa(u"UPDATE vendas SET enviotime = 1"_s);
-        r.reenvio(*s, [] {});
+        (desde2021 ? EnvioTime01 : EnvioTime)(*s, [] {});
         // The refresh runs last and leaves its own period (today) in the shared dates.
         EXPECT_EQ(s->fila.DataInicialSql, u"'2026-11-15'"_s);
-        for (int i = 0; i < cupom; ++i)
-            EXPECT_EQ(EnvioDe(i + 1), r.esperado(casos[i])) << r.nome << i;
+        for (int i = 0; i < int(std::size(casos)); ++i)
+            EXPECT_EQ(EnvioDe(i + 1), desde2021 ? std::get<2>(casos[i]) : std::get<1>(casos[i]))
+                << desde2021 << i;
     }
 }
 
@@ -114,8 +111,7 @@ TEST_P(ReenvioTest, UmaRodadaAMaisQueAContagemAteEsvaziarAFila) {
     for (Reenvio reenvio : {EnvioTime, EnvioTime01}) {
         for (int pendentes : {0, 1, 3}) {
             Executa(u"DELETE FROM vendas"_s);
-            for (int i = 1; i <= pendentes; ++i)
-                Insere({u"'2026-11-15'"_s, i, QString::number(200 + i), u"0"_s, 1, u""_s});
+            Enviadas(QStringList(pendentes, u"'2026-11-15', '0', ''"_s));
             s->painel.LblQuantCup.clear();
             envios = 0;
             modos.clear();
@@ -132,28 +128,22 @@ TEST_P(ReenvioTest, UmaRodadaAMaisQueAContagemAteEsvaziarAFila) {
 
 TEST_P(ReenvioTest, ContagemQueSobrouNoRotulo) {
     // No sale today: the count read before the rounds is whatever the caption held.
-    const struct {
-        QString rotulo;
-        int envios;
-        int erro;
-    } casos[] = {
-        {u""_s, 0, 0},
-        {u"abc"_s, 0, 0},
-        {u"'|\""_s, 0, 0},
-        {u"-3"_s, 0, 0},
-        {u"2.5"_s, 3, 0},
-        {u"3.5"_s, 5, 0},
-        {u"4x"_s, 5, 0},
-        {u"32768"_s, 0, ErroEstouro},
-        {u"1e400"_s, 0, ErroEstouro},
-        {QString(100000, u'9'), 0, ErroEstouro},
-    };
-    for (const auto& caso : casos) {
-        s->painel.LblQuantCup = caso.rotulo;
-        int envios = 0;
-        const int erro = ErroDe([&] { EnvioTime(*s, [&] { ++envios; }); }).numero();
-        EXPECT_EQ(erro, caso.erro) << caso.rotulo.left(20).toStdString();
-        EXPECT_EQ(envios, caso.envios) << caso.rotulo.left(20).toStdString();
+    const std::tuple<QString, int, int> casos[] = {{u""_s, 0, 0},
+                                                   {u"abc"_s, 0, 0},
+                                                   {u"'|\""_s, 0, 0},
+                                                   {u"-3"_s, 0, 0},
+                                                   {u"2.5"_s, 3, 0},
+                                                   {u"3.5"_s, 5, 0},
+                                                   {u"4x"_s, 5, 0},
+                                                   {u"32768"_s, 0, ErroEstouro},
+                                                   {u"1e400"_s, 0, ErroEstouro},
+                                                   {QString(100000, u'9'), 0, ErroEstouro}};
+    for (const auto& [rotulo, rodadas, erro] : casos) {
+        s->painel.LblQuantCup = rotulo;
+        int vistos = 0;
+        EXPECT_EQ(ErroDe([&] { EnvioTime(*s, [&] { ++vistos; }); }).numero(), erro)
+            << rotulo.left(20).toStdString();
+        EXPECT_EQ(vistos, rodadas) << rotulo.left(20).toStdString();
     }
 }
 

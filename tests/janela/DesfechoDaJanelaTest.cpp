@@ -7,14 +7,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-struct Caso {
-    QString desfecho;
-    bool final;       // for EnviaNota
-    bool finalDaFila; // for EnviaTodos
-};
-
+// Final for EnviaNota, and for EnviaTodos.
 TEST(DesfechoDaJanela, SoOsTextosExatos) {
-    const Caso casos[] = {
+    const std::tuple<QString, bool, bool> casos[] = {
         {u"100 - Autorizado o uso da NF-e"_s, true, true},
         {u"Rejeição Duplicidade de Cupom NFC-e"_s, true, true},
         {u"Autorizado o uso da NF-e"_s, true, true},
@@ -29,10 +24,9 @@ TEST(DesfechoDaJanela, SoOsTextosExatos) {
         {u""_s, false, false},
         {QString(100000, u'|'), false, false},
     };
-    for (const Caso& c : casos) {
-        EXPECT_EQ(DesfechoFinal(c.desfecho, false), c.final) << c.desfecho.left(40).toStdString();
-        EXPECT_EQ(DesfechoFinal(c.desfecho, true), c.finalDaFila)
-            << c.desfecho.left(40).toStdString();
+    for (const auto& [desfecho, final, finalDaFila] : casos) {
+        EXPECT_EQ(DesfechoFinal(desfecho, false), final) << desfecho.left(40).toStdString();
+        EXPECT_EQ(DesfechoFinal(desfecho, true), finalDaFila) << desfecho.left(40).toStdString();
     }
 }
 

@@ -27,44 +27,34 @@ protected:
     }
 };
 
-struct Caso {
-    QString tipo;
-    bool imprime;
-    bool orcamento;
-    bool impresso;
-    QString tempoDoCupom1001; // the row addressed by cupom
-    QString emitido;
-};
-
+// Emission type, printing, from a quote; then printed, tempo of the row whose cupom is 1001,
+// and the quote marked as emitted.
 TEST_P(EmiteNfceImprimeTest, RamoDeContingencia) {
-    const Caso casos[] = {
+    const std::tuple<QString, bool, bool, bool, QString, QString> casos[] = {
         {u"9"_s, true, true, true, u"8"_s, u"S"_s},
         {u"9"_s, false, true, false, u"8"_s, u"S"_s},
         {u"9"_s, true, false, true, u"8"_s, u""_s},
         {u"1"_s, true, true, false, u"5"_s, u""_s},
     };
-    for (const Caso& c : casos) {
-        SCOPED_TRACE(c.tipo.toStdString() + (c.imprime ? " imprime" : "") +
-                     (c.orcamento ? " orcamento" : ""));
+    for (const auto& [tipo, imprime, orcamento, impresso, tempoDoCupom1001, emitido] : casos) {
+        SCOPED_TRACE(tipo.toStdString() + (imprime ? " imprime" : "") +
+                     (orcamento ? " orcamento" : ""));
         Prepara();
-        s->venda.TipoEmissao = c.tipo;
-        s->venda.ImprimeCupom = c.imprime;
-        s->venda.VendaOrcamento = c.orcamento;
+        s->venda.TipoEmissao = tipo;
+        s->venda.ImprimeCupom = imprime;
+        s->venda.VendaOrcamento = orcamento;
         EmiteNfceImprime(*s, u"1001"_s);
         const QString chave = s->painel.LblMens01;
         ASSERT_EQ(chave.size(), 44);
-        const QStringList esperado =
-            c.impresso ? QStringList{u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s + pasta.caminho() +
-                                     u"\\18123456000190\\Validar\\Validado\\"_s + chave +
-                                     u"-nfe.xml t=nfce"_s}
-                       : QStringList{};
-        EXPECT_EQ(ambiente.programasIniciados, esperado);
-        EXPECT_EQ(Texto(u"SELECT tempo FROM vendas WHERE cupom = 1001"_s), c.tempoDoCupom1001);
+        EXPECT_EQ(ambiente.programasIniciados,
+                  QStringList(impresso, u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s +
+                                            pasta.caminho() +
+                                            u"\\18123456000190\\Validar\\Validado\\"_s + chave +
+                                            u"-nfe.xml t=nfce"_s));
+        EXPECT_EQ(Texto(u"SELECT tempo FROM vendas WHERE cupom = 1001"_s), tempoDoCupom1001);
         EXPECT_EQ(Coluna(u"tempo"_s, 1001), u"5"_s);
-        EXPECT_EQ(Texto(u"SELECT emitido FROM orcamento WHERE cupom = 40"_s), c.emitido);
-        if (!c.emitido.isEmpty()) {
-            EXPECT_EQ(Texto(u"SELECT cupomnfce FROM orcamento WHERE cupom = 40"_s), u"1001"_s);
-        }
+        EXPECT_EQ(Colunas(u"orcamento WHERE cupom = 40"_s, u"emitido,cupomnfce"_s),
+                  emitido.isEmpty() ? u"|0"_s : u"S|1001"_s);
         EXPECT_TRUE(ambiente.mensagens.isEmpty());
     }
 }
@@ -85,9 +75,8 @@ TEST_P(EmiteNfceImprimeTest, ErroDeConversaoAvisaENaoImprime) {
 
 TEST_P(EmiteNfceImprimeTest, NumeroInvalidoVaiAoChamador) {
     Prepara();
-    for (const QString& numero : {u""_s, u"abc"_s, u"0"_s, u"-3"_s}) {
+    for (const QString& numero : {u""_s, u"abc"_s, u"0"_s, u"-3"_s})
         EXPECT_THROW(EmiteNfceImprime(*s, numero), ErroExecucao) << numero.toStdString();
-    }
     EXPECT_TRUE(ambiente.programasIniciados.isEmpty());
 }
 

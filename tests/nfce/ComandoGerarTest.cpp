@@ -1,8 +1,8 @@
 #include "apoio/PastaPrograma.h"
+#include "apoio/Programa.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <gtest/gtest.h>
 
 namespace nfce::teste {
@@ -10,21 +10,13 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-std::tuple<int, QString, QString> Roda(const QStringList& argumentos) {
-    QProcess processo;
-    processo.start(QStringLiteral(NFCE_BINARIO_SERVIDOR), argumentos);
-    processo.waitForFinished(60000);
-    return {processo.exitCode(), QString::fromUtf8(processo.readAllStandardOutput()),
-            QString::fromUtf8(processo.readAllStandardError())};
-}
-
 // The sample sale 1001 of a ready folder: 2 x 21.15 paid 50.00 in cash. This one run keeps
 // the program's real waits (about 5 seconds).
 TEST(ComandoGerar, EscreveOArquivoEMostraOCaminhoOuUmaLinhaDeErro) {
     PastaPrograma pasta;
     const QString demo = pasta.Caminho(u"demo"_s);
-    ASSERT_EQ(std::get<0>(Roda({u"iniciar"_s, demo, u"--exemplos"_s})), 0);
-    const auto [status, saida, erro] = Roda({u"gerar"_s, u"1001"_s, u"--pasta"_s, demo});
+    ASSERT_EQ(RodaServidor({u"iniciar"_s, demo, u"--exemplos"_s}).status, 0);
+    const auto [status, saida, erro] = RodaServidor({u"gerar"_s, u"1001"_s, u"--pasta"_s, demo});
     ASSERT_EQ(status, 0) << erro.toStdString();
     EXPECT_TRUE(saida.startsWith(demo + u"/11222333000181/Validar/000001001_11222333000181_"_s));
     QFile arquivo(saida.trimmed());
@@ -54,7 +46,7 @@ TEST(ComandoGerar, EscreveOArquivoEMostraOCaminhoOuUmaLinhaDeErro) {
     for (const QString& nome : {u"Config.ini"_s, u"Empresa.Bin"_s})
         QFile::copy(demo + u'/' + nome, pasta.Caminho(u"sem-banco/"_s + nome));
     for (const auto& [argumentos, esperado, trecho] : falhas) {
-        const auto [status, saida, erro] = Roda(argumentos);
+        const auto [status, saida, erro] = RodaServidor(argumentos);
         EXPECT_EQ(status, esperado);
         EXPECT_TRUE(saida.isEmpty() && erro.endsWith(trecho) && erro.count(u'\n') == 1)
             << erro.toStdString();

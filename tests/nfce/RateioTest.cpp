@@ -1,14 +1,14 @@
-#include "CenarioNfce.h"
-
-#include "apoio/Erros.h"
 #include "nfce/Rateio.h"
+#include "apoio/Erros.h"
+#include "apoio/Loja.h"
+#include "nfce/Valores.h"
 
 namespace nfce::teste {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class RateioTest : public CenarioNfce {
+class RateioTest : public Loja {
 protected:
     // Sale 1234 of `valor` with a discount of 1.00; its items 1, 2, ... of these totals
     // ("C" before a total: cancelled), each with a discount of 9.99 to begin with.
@@ -20,8 +20,15 @@ protected:
                         .arg(QString(totais[i]).remove(u'C'),
                              totais[i].startsWith(u'C') ? u"C"_s : u"N"_s));
     }
+    // As amounts ("0.00").
     QStringList Descontos(const QString& nfce = u"1234"_s) {
-        return Valores(u"SELECT desconto FROM itens WHERE nfce = %1 ORDER BY Item"_s.arg(nfce));
+        Registros rs;
+        s->conexoes.AbreConsulta(
+            rs, u"SELECT desconto FROM itens WHERE nfce = %1 ORDER BY Item"_s.arg(nfce));
+        QStringList valores;
+        for (; !rs.Eof(); rs.MoveNext())
+            valores << Dinheiro(MoedaDe(rs.Campo(u"desconto"_s)));
+        return valores;
     }
 };
 
@@ -37,7 +44,7 @@ TEST_P(RateioTest, PartesTruncadasERestoNoMaiorTotal) {
         Limpa();
         Venda(valor, totais);
         const qint64 antes = ambiente.msAguardados();
-        RateiaDesconto(*servidor, u"1234"_s);
+        RateiaDesconto(*s, u"1234"_s);
         EXPECT_EQ(Descontos(), descontos);
         EXPECT_EQ(ambiente.msAguardados() - antes, 10 + 200 + 200);
     }
@@ -45,21 +52,21 @@ TEST_P(RateioTest, PartesTruncadasERestoNoMaiorTotal) {
     Limpa();
     Venda(u"29"_s, {u"10"_s, u"20"_s});
     Executa(u"INSERT INTO itens (nfce, Item, valortotal, desconto) VALUES (555, 2, 50, 7.77)"_s);
-    RateiaDesconto(*servidor, u"1234"_s);
+    RateiaDesconto(*s, u"1234"_s);
     EXPECT_EQ(Descontos(u"555"_s), QStringList{u"0.66"_s});
 }
 
 TEST_P(RateioTest, SemBaseADivisaoFalhaDepoisDeZerarOsItens) {
     // A base of 0 (-1 + the discount of 1) without items divides nothing.
     Venda(u"-1"_s, {});
-    EXPECT_EQ(ErroDe([&] { RateiaDesconto(*servidor, u"1234"_s); }).numero(), 0);
+    EXPECT_EQ(ErroDe([&] { RateiaDesconto(*s, u"1234"_s); }).numero(), 0);
     Executa(u"DELETE FROM vendas"_s);
     Venda(u"-1"_s, {u"10"_s});
-    EXPECT_EQ(ErroDe([&] { RateiaDesconto(*servidor, u"1234"_s); }).numero(), ErroDivisaoPorZero);
+    EXPECT_EQ(ErroDe([&] { RateiaDesconto(*s, u"1234"_s); }).numero(), ErroDivisaoPorZero);
     EXPECT_EQ(Descontos(), QStringList{u"0.00"_s});
     // Without the sale the base is 0 too.
     Executa(u"DELETE FROM vendas"_s);
-    EXPECT_EQ(ErroDe([&] { RateiaAcrescimo(*servidor, u"1234"_s); }).numero(), ErroDivisaoPorZero);
+    EXPECT_EQ(ErroDe([&] { RateiaAcrescimo(*s, u"1234"_s); }).numero(), ErroDivisaoPorZero);
 }
 
 INSTANTIATE_TEST_SUITE_P(Motores, RateioTest, ::testing::ValuesIn(Motores()), NomeDoMotor);

@@ -5,79 +5,48 @@
 namespace nfce {
 namespace {
 
-TEST(AmbienteVirtual, WaitAdvancesTheClockExactlyAndRunsHooks) {
+// A wait moves the clock exactly, running the hooks at its start and end and the events
+// scheduled inside it at their moment; pumping, zero and negative waits take no time.
+TEST(AmbienteVirtual, WaitsAdvanceTheClockAndRunHooksAndEvents) {
     AmbienteVirtual amb(QDateTime(QDate(2026, 11, 15), QTime(23, 59, 59)));
     int chamadas = 0;
     amb.AoBombear([&] { ++chamadas; });
-    amb.Aguarda(1.5);
-    EXPECT_EQ(amb.Monotonico(), 1500);
-    EXPECT_EQ(amb.Agora(), QDateTime(QDate(2026, 11, 16), QTime(0, 0, 0, 500)));
-    EXPECT_GE(chamadas, 2); // at the start and at the end of the wait
-    amb.DoEvents();
-    EXPECT_EQ(amb.Monotonico(), 1500); // pumping takes no time
-    EXPECT_EQ(amb.msAguardados(), 1500);
-}
-
-TEST(AmbienteVirtual, ScheduledEventsRunAtTheirMomentInsideAWait) {
-    AmbienteVirtual amb;
     QList<qint64> momentos;
-    amb.Agenda(700, [&] { momentos.append(amb.Monotonico()); });
-    amb.Agenda(300, [&] { momentos.append(amb.Monotonico()); });
-    amb.Agenda(5000, [&] { momentos.append(amb.Monotonico()); });
-    amb.Aguarda(1);
+    for (qint64 ms : {700, 300, 5000})
+        amb.Agenda(ms, [&] { momentos.append(amb.Monotonico()); });
+    amb.Aguarda(1.5);
+    EXPECT_EQ(amb.Agora(), QDateTime(QDate(2026, 11, 16), QTime(0, 0, 0, 500)));
+    EXPECT_GE(chamadas, 2);
     EXPECT_EQ(momentos, (QList<qint64>{300, 700}));
+    amb.DoEvents();
+    amb.Aguarda(0);
+    amb.Aguarda(-3);
+    EXPECT_EQ(amb.Monotonico(), 1500);
     amb.Aguarda(10);
     EXPECT_EQ(momentos, (QList<qint64>{300, 700, 5000}));
-    EXPECT_EQ(amb.Monotonico(), 11000);
+    EXPECT_EQ(amb.msAguardados(), 11500);
 }
 
-TEST(AmbienteVirtual, AHookIsNotReenteredByAWaitInsideIt) {
+// A wait inside a hook (as a timer tick makes) does not enter that hook again, but the
+// others still run; a hook may remove itself.
+TEST(AmbienteVirtual, HooksAreNotReenteredAndMayRemoveThemselves) {
     AmbienteVirtual amb;
-    int profundidade = 0;
-    int maxima = 0;
-    int outro = 0;
+    int profundidade = 0, maxima = 0, outro = 0, unico = 0, id = 0;
     amb.AoBombear([&] {
-        ++profundidade;
-        maxima = std::max(maxima, profundidade);
-        if (amb.Monotonico() < 2000) amb.Aguarda(0.5); // a nested wait, as a tick would make
+        maxima = std::max(maxima, ++profundidade);
+        if (amb.Monotonico() < 2000) amb.Aguarda(0.5);
         --profundidade;
     });
     amb.AoBombear([&] { ++outro; });
-    amb.Aguarda(1);
-    EXPECT_EQ(maxima, 1);
-    EXPECT_GT(outro, 2); // the other hook still runs inside the nested wait
-}
-
-TEST(AmbienteVirtual, HooksMayRemoveThemselves) {
-    AmbienteVirtual amb;
-    int vezes = 0;
-    int id = 0;
     id = amb.AoBombear([&] {
-        ++vezes;
+        ++unico;
         amb.RemoveGancho(id);
     });
     amb.Aguarda(1);
     amb.DoEvents();
-    EXPECT_EQ(vezes, 1);
-}
-
-TEST(AmbienteVirtual, DialogsAreRecordedAndQuestionsAnswerNoByDefault) {
-    AmbienteVirtual amb;
-    amb.MsgBox(QStringLiteral("texto"), QStringLiteral("Atenção"), Icone::Critico);
-    amb.respostas = {true};
-    EXPECT_TRUE(amb.Pergunta(QStringLiteral("Deseja?"), QStringLiteral("Atenção")));
-    EXPECT_FALSE(amb.Pergunta(QStringLiteral("Deseja?"), QStringLiteral("Atenção")));
-    ASSERT_EQ(amb.mensagens.size(), 1);
-    EXPECT_EQ(amb.mensagens[0].icone, Icone::Critico);
-    EXPECT_EQ(amb.perguntas.size(), 2);
-    EXPECT_EQ(amb.registro.size(), 3);
-}
-
-TEST(AmbienteVirtual, NegativeOrZeroWaitsDoNotMoveTheClock) {
-    AmbienteVirtual amb;
-    amb.Aguarda(0);
-    amb.Aguarda(-3);
-    EXPECT_EQ(amb.Monotonico(), 0);
+    EXPECT_EQ(maxima, 1);
+    EXPECT_GT(outro, 2);
+    EXPECT_EQ(unico, 1);
 }
 
 } // namespace
