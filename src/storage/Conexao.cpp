@@ -8,7 +8,6 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <algorithm>
 
 namespace nfce {
 
@@ -38,11 +37,6 @@ const char* const ModoDaSessao = "SET SESSION sql_mode = "
 QSqlError ErroDe(const QSqlDatabase& banco, const QString& sql) {
     QSqlQuery consulta(banco);
     return consulta.exec(sql) ? QSqlError() : consulta.lastError();
-}
-
-QVariant ValorParaLigar(const QVariant& valor) {
-    // An empty QVariant has no type the ODBC layer could bind; a null text does.
-    return valor.isValid() ? valor : QVariant(QMetaType::fromType<QString>());
 }
 
 } // namespace
@@ -156,48 +150,6 @@ Resultado Conexao::Consulta(const QString& sql) {
     }
     if (consulta.lastError().isValid()) FalhaDoBanco(consulta.lastError());
     return resultado;
-}
-
-int Conexao::ExecutaComValores(const QString& sql, const QVariantList& valores) {
-    ExigeAberta();
-    QSqlQuery consulta(Banco());
-    if (!consulta.prepare(ParaOBanco(sql))) FalhaDoBanco(consulta.lastError());
-    for (const QVariant& valor : valores)
-        consulta.addBindValue(ValorParaLigar(valor));
-    if (!consulta.exec()) FalhaDoBanco(consulta.lastError());
-    return consulta.numRowsAffected();
-}
-
-qlonglong Conexao::UltimoIdInserido() {
-    const Resultado r =
-        Consulta(tipo_ == TipoBanco::Sqlite ? QStringLiteral("SELECT last_insert_rowid()")
-                                            : QStringLiteral("SELECT LAST_INSERT_ID()"));
-    return r.linhas.isEmpty() ? 0 : r.linhas.first().value(0).toLongLong();
-}
-
-QStringList Conexao::ChavePrimaria(const QString& tabela) {
-    QStringList chave;
-    if (tipo_ == TipoBanco::MySql) {
-        // Rows come in the order of the key's columns.
-        const Resultado r = Consulta(QStringLiteral("SHOW KEYS FROM %1 WHERE Key_name = 'PRIMARY'")
-                                         .arg(Identificador(tabela)));
-        const qsizetype coluna = r.campos.indexOf(QStringLiteral("Column_name"));
-        for (const QVariantList& linha : r.linhas)
-            chave.append(linha.value(coluna).toString());
-        return chave;
-    }
-    const Resultado r =
-        Consulta(QStringLiteral("PRAGMA table_info(%1)").arg(Identificador(tabela)));
-    const qsizetype nome = r.campos.indexOf(QStringLiteral("name"));
-    const qsizetype posicao = r.campos.indexOf(QStringLiteral("pk"));
-    QList<std::pair<int, QString>> colunas;
-    for (const QVariantList& linha : r.linhas)
-        if (linha.value(posicao).toInt() > 0)
-            colunas.append({linha.value(posicao).toInt(), linha.value(nome).toString()});
-    std::sort(colunas.begin(), colunas.end());
-    for (const auto& [ordem, coluna] : colunas)
-        chave.append(coluna);
-    return chave;
 }
 
 QString Conexao::Identificador(const QString& nome) const {

@@ -45,11 +45,7 @@ public:
     int Executa(const QString& sql);
     Resultado Consulta(const QString& sql);
 
-    // What editing a table needs: its primary key columns, a statement with bound values
-    // (ODBC-style "?" markers), and the key the last INSERT generated (0 when none).
-    QStringList ChavePrimaria(const QString& tabela);
-    int ExecutaComValores(const QString& sql, const QVariantList& valores);
-    qlonglong UltimoIdInserido();
+    // A table or column name quoted for this database.
     QString Identificador(const QString& nome) const;
 
 private:

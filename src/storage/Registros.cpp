@@ -9,9 +9,6 @@ namespace nfce {
 
 namespace {
 
-// The recordset was opened for reading only.
-constexpr int ErroSomenteLeitura = 3251;
-
 QString TextoDe(const QVariant& valor) {
     if (valor.isNull()) return {};
     switch (valor.typeId()) {
@@ -54,11 +51,6 @@ QTime HoraDe(const QVariant& valor) {
     return QTime::fromString(texto, Qt::ISODate);
 }
 
-[[noreturn]] void SemChave() {
-    throw ErroExecucao(ErroProvedor, QStringLiteral("Informações de coluna de chave "
-                                                    "insuficientes para atualizar ou renovar."));
-}
-
 } // namespace
 
 void Registros::AbreConsulta(Conexao& conexao, const QString& sql) {
@@ -66,14 +58,9 @@ void Registros::AbreConsulta(Conexao& conexao, const QString& sql) {
     Abre(conexao.Consulta(sql));
 }
 
-void Registros::AbreTabela(std::shared_ptr<Conexao> conexao, const QString& tabela) {
+void Registros::AbreTabela(const std::shared_ptr<Conexao>& conexao, const QString& tabela) {
     Fecha();
-    Resultado linhas =
-        conexao->Consulta(QStringLiteral("SELECT * FROM ") + conexao->Identificador(tabela));
-    chave_ = conexao->ChavePrimaria(tabela);
-    Abre(std::move(linhas));
-    conexao_ = std::move(conexao);
-    tabela_ = tabela;
+    Abre(conexao->Consulta(QStringLiteral("SELECT * FROM ") + conexao->Identificador(tabela)));
 }
 
 void Registros::Abre(Resultado resultado) {
@@ -91,12 +78,6 @@ void Registros::Fecha() {
     colunas_.clear();
     posicao_ = 0;
     aberto_ = false;
-    conexao_.reset();
-    tabela_.clear();
-    chave_.clear();
-    novo_ = false;
-    definidos_.clear();
-    original_.clear();
 }
 
 void Registros::ExigeAberto() const {
@@ -126,13 +107,10 @@ int Registros::RecordCount() const {
 
 void Registros::MoveFirst() {
     ExigeAberto();
-    Update();
     posicao_ = 0;
 }
 
 void Registros::MoveNext() {
-    ExigeAberto();
-    Update();
     ExigeRegistroAtual();
     ++posicao_;
 }
@@ -173,95 +151,6 @@ QDate Registros::Data(const QString& nome) const {
 
 QTime Registros::Hora(const QString& nome) const {
     return HoraDe(Campo(nome));
-}
-
-void Registros::ExigeTabela() const {
-    ExigeAberto();
-    if (!conexao_)
-        throw ErroExecucao(ErroSomenteLeitura,
-                           QStringLiteral("O recordset atual não oferece suporte para "
-                                          "atualização."));
-}
-
-void Registros::AddNew() {
-    ExigeTabela();
-    Update();
-    dados_.linhas.append(QVariantList(dados_.campos.size()));
-    posicao_ = dados_.linhas.size() - 1;
-    novo_ = true;
-}
-
-void Registros::Define(const QString& nome, const QVariant& valor) {
-    const int coluna = Coluna(nome);
-    ExigeTabela();
-    ExigeRegistroAtual();
-    if (!novo_ && definidos_.isEmpty()) original_ = dados_.linhas[posicao_];
-    dados_.linhas[posicao_][coluna] = valor;
-    if (!definidos_.contains(coluna)) definidos_.append(coluna);
-}
-
-void Registros::Update() {
-    ExigeAberto();
-    if (!novo_ && definidos_.isEmpty()) return;
-    if (novo_)
-        Insere();
-    else
-        Altera();
-    novo_ = false;
-    definidos_.clear();
-    original_.clear();
-}
-
-QString Registros::Tabela() const {
-    return conexao_->Identificador(tabela_);
-}
-
-void Registros::Insere() {
-    QStringList nomes;
-    QStringList marcas;
-    QVariantList valores;
-    for (int coluna : definidos_) {
-        nomes.append(conexao_->Identificador(dados_.campos[coluna]));
-        marcas.append(QStringLiteral("?"));
-        valores.append(dados_.linhas[posicao_][coluna]);
-    }
-    conexao_->ExecutaComValores(
-        QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-            .arg(Tabela(), nomes.join(QStringLiteral(", ")), marcas.join(QStringLiteral(", "))),
-        valores);
-    // A key the database generated becomes visible in the new row.
-    if (chave_.size() != 1) return;
-    const int coluna = colunas_.value(chave_.first().toLower(), -1);
-    if (coluna < 0 || !dados_.linhas[posicao_][coluna].isNull()) return;
-    const qlonglong id = conexao_->UltimoIdInserido();
-    if (id > 0) dados_.linhas[posicao_][coluna] = id;
-}
-
-void Registros::Altera() {
-    if (chave_.isEmpty()) SemChave();
-    QStringList atribuicoes;
-    QStringList condicoes;
-    QVariantList valores;
-    for (int coluna : definidos_) {
-        atribuicoes.append(conexao_->Identificador(dados_.campos[coluna]) + QStringLiteral(" = ?"));
-        valores.append(dados_.linhas[posicao_][coluna]);
-    }
-    for (const QString& campo : chave_) {
-        const int coluna = colunas_.value(campo.toLower(), -1);
-        if (coluna < 0) SemChave();
-        condicoes.append(conexao_->Identificador(campo) + QStringLiteral(" = ?"));
-        valores.append(original_.value(coluna));
-    }
-    const int alteradas =
-        conexao_->ExecutaComValores(QStringLiteral("UPDATE %1 SET %2 WHERE %3")
-                                        .arg(Tabela(), atribuicoes.join(QStringLiteral(", ")),
-                                             condicoes.join(QStringLiteral(" AND "))),
-                                    valores);
-    if (alteradas == 0)
-        throw ErroExecucao(ErroProvedor,
-                           QStringLiteral("Não foi possível localizar a linha para atualização. "
-                                          "Alguns valores podem ter sido alterados desde a "
-                                          "última leitura."));
 }
 
 } // namespace nfce

@@ -16,9 +16,8 @@ namespace nfce {
 class Registros {
 public:
     void AbreConsulta(Conexao& conexao, const QString& sql);
-    // All rows of the table, open for AddNew/Define/Update through `conexao`.
-    void AbreTabela(std::shared_ptr<Conexao> conexao, const QString& tabela);
-    // Pending edits are dropped.
+    // All rows of the table.
+    void AbreTabela(const std::shared_ptr<Conexao>& conexao, const QString& tabela);
     void Fecha();
     bool Aberto() const { return aberto_; }
 
@@ -38,35 +37,17 @@ public:
     QDate Data(const QString& nome) const;
     QTime Hora(const QString& nome) const;
 
-    // Tables only. AddNew starts a new row (pending edits are stored first); Define sets a
-    // field of the new or the current row; Update writes it (INSERT of the defined fields,
-    // or UPDATE of the current row by its primary key). Moving stores pending edits too.
-    void AddNew();
-    void Define(const QString& nome, const QVariant& valor);
-    void Update();
-
 private:
     void Abre(Resultado resultado);
     void ExigeAberto() const;
     void ExigeRegistroAtual() const;
-    void ExigeTabela() const;
     int Coluna(const QString& nome) const;
     const QVariantList& LinhaAtual() const;
-    void Insere();
-    void Altera();
-    QString Tabela() const;
 
     Resultado dados_;
     QHash<QString, int> colunas_; // lower-case name -> column
     qsizetype posicao_ = 0;
     bool aberto_ = false;
-
-    std::shared_ptr<Conexao> conexao_; // set for tables only
-    QString tabela_;
-    QStringList chave_;
-    bool novo_ = false;
-    QList<int> definidos_;  // columns set since the last Update
-    QVariantList original_; // the current row as read, for its key
 };
 
 } // namespace nfce

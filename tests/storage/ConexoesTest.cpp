@@ -161,11 +161,6 @@ TEST_F(ConexoesConfigTest, AbreLocalCriaLocalDbComNcupom) {
     local->Executa("DELETE * FROM ncupom");
     c.AbreRecordsetLocal(rs, "ncupom");
     EXPECT_TRUE(rs.Eof());
-    rs.AddNew();
-    rs.Define("cupom", "14");
-    rs.Update();
-    EXPECT_EQ(local->Consulta("SELECT cupom FROM ncupom").linhas.value(0).value(0).toString(),
-              "14");
     // A program folder that is not there.
     Conexoes fora(pasta.Caminho("nao/existe"), ambiente);
     EXPECT_EQ(ErroDe([&] { fora.AbreLocal(); }).numero(), ErroProvedor);
