@@ -16,14 +16,16 @@ void TimerInicio(Servidor& s) {
     s.painel.LblQuantCup = u"0"_s;
     s.Temp = Inteiro16(s.LerConfig(u"TEMP"_s), u"TEMP"_s);
     s.ambiente.Aguarda(0.05);
-    s.empresa = CarregaEmpresa(s.pasta);
-    Alterar(s.pasta, s.empresa.Cnpj, s.ambiente.Data());
-    // UniNFe makes its input folder when it runs; made here too, so a sale sent before UniNFe
-    // ever ran is not lost to a missing folder.
-    QDir().mkpath(Caminho(s.pasta, s.empresa.Cnpj + u"\\Validar"_s));
+    CarregaEmpresaEPastas(s);
     s.conexoes.PreparaConexaoPrincipal();
     s.conexoes.AbreConexaoRemota();
     s.painel.TimerVendasAtivo = true;
+}
+
+void CarregaEmpresaEPastas(Servidor& s) {
+    s.empresa = CarregaEmpresa(s.pasta);
+    Alterar(s.pasta, s.empresa.Cnpj, s.ambiente.Data());
+    QDir().mkpath(Caminho(s.pasta, s.empresa.Cnpj + u"\\Validar"_s));
 }
 
 } // namespace nfce

@@ -2,9 +2,8 @@
 
 #include "contexto/Servidor.h"
 #include "emission/EmiteNfceImprime.h"
+#include "shell/Inicio.h"
 #include "shell/comandos/Comandos.h"
-#include "storage/Empresa.h"
-#include "storage/Pastas.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -14,9 +13,7 @@ namespace nfce {
 using namespace Qt::StringLiterals;
 
 void PreparaServidor(Servidor& servidor) {
-    servidor.empresa = CarregaEmpresa(servidor.pasta);
-    Alterar(servidor.pasta, servidor.empresa.Cnpj, servidor.ambiente.Data());
-    QDir().mkpath(Caminho(servidor.pasta, servidor.empresa.Cnpj + u"\\Validar"_s));
+    CarregaEmpresaEPastas(servidor);
     servidor.conexoes.PreparaConexaoPrincipal();
     servidor.conexoes.ReabreConexao();
     InstalaReemissao(servidor);
