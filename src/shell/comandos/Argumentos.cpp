@@ -29,4 +29,9 @@ bool FaltaValor(const QStringList& argumentos, const QString& opcao) {
     return argumentos.contains(opcao) && ValorOpcao(argumentos, opcao).isEmpty();
 }
 
+bool SoPasta(const QStringList& argumentos) {
+    return ArgumentosPosicionais(argumentos).isEmpty() &&
+           !FaltaValor(argumentos, QStringLiteral("--pasta"));
+}
+
 } // namespace nfce

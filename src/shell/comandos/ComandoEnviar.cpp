@@ -34,8 +34,7 @@ QList<VendaPendente> Pendentes(Servidor& servidor) {
 // with its outcome, then one for each pending sale the pass did not reach. Status 0 whenever
 // the pass ran; 1 only when it could not start (company record, database).
 int ComandoEnviar(const QStringList& argumentos) {
-    if (!ArgumentosPosicionais(argumentos).isEmpty() || FaltaValor(argumentos, u"--pasta"_s))
-        return ErroDeUso(u"enviar [--pasta DIR]"_s);
+    if (!SoPasta(argumentos)) return ErroDeUso(u"enviar [--pasta DIR]"_s);
     AmbienteQt ambiente;
     Servidor servidor(PastaDoComando(argumentos), ambiente);
     PreparaServidor(servidor);

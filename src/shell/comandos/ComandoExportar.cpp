@@ -35,8 +35,7 @@ void MostraResultado(const ResultadoExportacao& r) {
 // it; prints what was sent and what the remote side did not confirm. Status 1 when the export
 // is switched off, the remote database is down, or a row was not confirmed.
 int ComandoExportar(const QStringList& argumentos) {
-    if (!ArgumentosPosicionais(argumentos).isEmpty() || FaltaValor(argumentos, u"--pasta"_s))
-        return ErroDeUso(u"exportar [--pasta DIR]"_s);
+    if (!SoPasta(argumentos)) return ErroDeUso(u"exportar [--pasta DIR]"_s);
     AmbienteQt ambiente;
     Servidor servidor(PastaDoComando(argumentos), ambiente);
     servidor.conexoes.PreparaConexaoPrincipal();

@@ -26,8 +26,7 @@ int Devolviveis(Servidor& servidor) {
 // servidor-nfce reenfileirar [--pasta DIR]: the resend update of every date, as the schedule
 // runs it but without its one-minute pause; prints how many sales went back to the queue.
 int ComandoReenfileirar(const QStringList& argumentos) {
-    if (!ArgumentosPosicionais(argumentos).isEmpty() || FaltaValor(argumentos, u"--pasta"_s))
-        return ErroDeUso(u"reenfileirar [--pasta DIR]"_s);
+    if (!SoPasta(argumentos)) return ErroDeUso(u"reenfileirar [--pasta DIR]"_s);
     AmbienteQt ambiente;
     Servidor servidor(PastaDoComando(argumentos), ambiente);
     servidor.conexoes.PreparaConexaoPrincipal();

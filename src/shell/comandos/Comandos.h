@@ -18,5 +18,7 @@ QStringList ArgumentosPosicionais(const QStringList& argumentos);
 QString ValorOpcao(const QStringList& argumentos, const QString& opcao);
 // The option is there without the value it needs.
 bool FaltaValor(const QStringList& argumentos, const QString& opcao);
+// Nothing but an optional "--pasta DIR".
+bool SoPasta(const QStringList& argumentos);
 
 } // namespace nfce
