@@ -23,13 +23,13 @@ Registro::Destino NoFluxo(std::FILE* fluxo) {
 }
 
 // Opened and closed for every line: a new day starts a new file, and a crash loses nothing
-// already written.
+// already written. The folder is made only when the file cannot be opened.
 Registro::Destino ArquivoDoDia(const QString& pasta) {
     return [pasta](const QDateTime& quando, const QString& linha) {
-        QDir().mkpath(pasta);
         QFile arquivo(
             QDir(pasta).filePath(u"servidor-nfce-%1.log"_s.arg(quando.toString(u"yyyy-MM-dd"_s))));
-        if (!arquivo.open(QIODevice::WriteOnly | QIODevice::Append)) return;
+        const auto modo = QIODevice::WriteOnly | QIODevice::Append;
+        if (!arquivo.open(modo) && !(QDir().mkpath(pasta) && arquivo.open(modo))) return;
         arquivo.write(linha.toUtf8() + '\n');
     };
 }

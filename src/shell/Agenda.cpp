@@ -45,11 +45,11 @@ void TimerVendas::RodaTarefas() {
 
 void TimerVendas::Executa() {
     const QDateTime agora = s_.ambiente.Agora();
-    horaLida_ = agora.toString(u"HH:mm"_s);
-    s_.painel.lblHora = horaLida_;
+    const QString horaLida = agora.toString(u"HH:mm"_s);
+    s_.painel.lblHora = horaLida;
     s_.painel.lblData = agora.toString(u"dd/MM/yyyy"_s);
     s_.ambiente.Aguarda(23);
-    if (HorariosDeEnvio().contains(horaLida_)) return RodaTarefas();
+    if (HorariosDeEnvio().contains(horaLida)) return RodaTarefas();
     s_.ambiente.Aguarda(1);
     s_.painel.TimerVendasAtivo = true;
     s_.ambiente.Aguarda(1);

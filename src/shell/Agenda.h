@@ -38,7 +38,6 @@ private:
 
     Servidor& s_;
     TarefasDoHorario tarefas_;
-    QString horaLida_;
     bool emCurso_ = false;
 };
 
