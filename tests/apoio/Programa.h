@@ -11,9 +11,12 @@ struct Execucao {
     QString saida, erro;
 };
 
-inline Execucao RodaServidor(const QStringList& argumentos) {
+// `entrada` goes to its standard input.
+inline Execucao RodaServidor(const QStringList& argumentos, const QByteArray& entrada = {}) {
     QProcess processo;
     processo.start(QStringLiteral(NFCE_BINARIO_SERVIDOR), argumentos);
+    processo.write(entrada);
+    processo.closeWriteChannel();
     processo.waitForFinished(60000);
     return {processo.exitCode(), QString::fromUtf8(processo.readAllStandardOutput()),
             QString::fromUtf8(processo.readAllStandardError())};

@@ -1,6 +1,7 @@
 #include "emission/EnviaPendentes.h"
 #include "Simulador.h"
 #include "apoio/LojaComUniNfe.h"
+#include "apoio/Programa.h"
 #include "contexto/Servidor.h"
 #include "emission/ArmadilhaEnvio.h"
 #include "emission/EmiteNfceImprime.h"
@@ -8,7 +9,6 @@
 #include "storage/Esquema.h"
 
 #include <QDir>
-#include <QProcess>
 
 namespace nfce::teste {
 namespace {
@@ -249,40 +249,26 @@ TEST_P(EnviaPendentesTest, OutroErroEMostradoEAPassagemSegue) {
     EXPECT_EQ(Estado(8001), u"1/1"_s);
 }
 
-struct Execucao {
-    int status;
-    QString saida;
-    QString erro;
-};
-
-Execucao Roda(const QStringList& argumentos) {
-    QProcess processo;
-    processo.start(QStringLiteral(NFCE_BINARIO_SERVIDOR), argumentos);
-    processo.waitForFinished(60000);
-    return {processo.exitCode(), QString::fromUtf8(processo.readAllStandardOutput()),
-            QString::fromUtf8(processo.readAllStandardError())};
-}
-
 TEST_P(EnviaPendentesTest, ComandosDeLinha) {
     Venda(9001, 1, {}, u"0"_s, 1);
     Venda(9002, 2, {}, u"1"_s, 1);
-    const Execucao reenfileirar = Roda({u"reenfileirar"_s, u"--pasta"_s, pasta.caminho()});
+    const Execucao reenfileirar = RodaServidor({u"reenfileirar"_s, u"--pasta"_s, pasta.caminho()});
     EXPECT_EQ(reenfileirar.status, 0) << reenfileirar.erro.toStdString();
     EXPECT_EQ(reenfileirar.saida, u"Vendas de volta à fila de envio: 1\n"_s);
     EXPECT_EQ(Estado(9001), u"0/0"_s);
     EXPECT_EQ(Estado(9002), u"1/1"_s);
 
     Executa(u"UPDATE vendas SET tempo = '1'"_s);
-    const Execucao vazio = Roda({u"enviar"_s, u"--pasta"_s, pasta.caminho()});
+    const Execucao vazio = RodaServidor({u"enviar"_s, u"--pasta"_s, pasta.caminho()});
     EXPECT_EQ(vazio.status, 0) << vazio.erro.toStdString();
     EXPECT_TRUE(vazio.saida.isEmpty());
 
     QFile::remove(pasta.Caminho(u"Empresa.Bin"_s));
-    const Execucao semEmpresa = Roda({u"enviar"_s, u"--pasta"_s, pasta.caminho()});
+    const Execucao semEmpresa = RodaServidor({u"enviar"_s, u"--pasta"_s, pasta.caminho()});
     EXPECT_EQ(semEmpresa.status, 1);
     EXPECT_EQ(semEmpresa.erro.count(u'\n'), 1) << semEmpresa.erro.toStdString();
-    EXPECT_EQ(Roda({u"enviar"_s, u"x"_s}).status, 2);
-    EXPECT_EQ(Roda({u"reenfileirar"_s, u"--pasta"_s}).status, 2);
+    EXPECT_EQ(RodaServidor({u"enviar"_s, u"x"_s}).status, 2);
+    EXPECT_EQ(RodaServidor({u"reenfileirar"_s, u"--pasta"_s}).status, 2);
 }
 
 INSTANTIATE_TEST_SUITE_P(Motores, EnviaPendentesTest, ::testing::ValuesIn(Motores()), NomeDoMotor);

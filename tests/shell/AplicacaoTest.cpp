@@ -1,10 +1,8 @@
 #include "shell/Aplicacao.h"
 #include "Simulador.h"
 #include "apoio/Erros.h"
-#include "apoio/PastaPrograma.h"
-#include "plataforma/AmbienteVirtual.h"
+#include "apoio/ProgramaDeExemplo.h"
 #include "storage/ErroExecucao.h"
-#include "storage/Instalacao.h"
 #include "storage/Pastas.h"
 
 #include <gtest/gtest.h>
@@ -14,26 +12,13 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const QStringList ConfigDaLoja = {
-    u"TIPOBANCO=SQLITE"_s,
-    u"BASEDADOS=loja.db"_s,
-    u"SERVIDORBASEDADOS=remota.db"_s,
-    u"SERVIDORBASE=localhost"_s,
-    u"TEMP=3"_s,
-    u"TMPAMBNFCE=2"_s,
-    u"REGIMETRIB=1"_s,
-    u"ENVIOXML=NAO"_s,
-};
-
-// The server of a ready program folder with sample sales, on a virtual clock.
-class AplicacaoTest : public ::testing::Test {
+// The server of a ready program folder with sample sales.
+class AplicacaoTest : public ProgramaDeExemplo {
 protected:
     void SetUp() override {
-        CriaPastaPrograma(pasta.caminho(), true, ambiente.Data());
-        Configura({});
+        ProgramaDeExemplo::SetUp();
         app = std::make_unique<Aplicacao>(pasta.caminho(), ambiente, [this] { ++fins; });
     }
-    void Configura(const QStringList& extras) const { pasta.EscreveConfig(extras + ConfigDaLoja); }
     void LigaUniNfe() {
         sim = std::make_unique<uninfesim::Simulador>(pasta.caminho());
         ambiente.AoBombear([this] { sim->Processa(ambiente.Agora()); });
@@ -48,8 +33,6 @@ protected:
         return rs.Eof() ? QString() : rs.Texto(u"n"_s);
     }
 
-    PastaPrograma pasta;
-    AmbienteVirtual ambiente{QDateTime(QDate(2026, 11, 16), QTime(13, 0))};
     std::unique_ptr<Aplicacao> app;
     std::unique_ptr<uninfesim::Simulador> sim;
     int fins = 0;

@@ -1,31 +1,15 @@
 #include "apoio/PastaPrograma.h"
+#include "apoio/Programa.h"
 #include "shell/InstanciaUnica.h"
 #include "storage/Configuracao.h"
 
 #include <QDir>
-#include <QProcess>
 #include <gtest/gtest.h>
 
 namespace nfce::teste {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-struct Execucao {
-    int status;
-    QString saida;
-    QString erro;
-};
-
-Execucao Roda(const QStringList& argumentos, const QByteArray& entrada = {}) {
-    QProcess processo;
-    processo.start(QStringLiteral(NFCE_BINARIO_SERVIDOR), argumentos);
-    processo.write(entrada);
-    processo.closeWriteChannel();
-    processo.waitForFinished(60000);
-    return {processo.exitCode(), QString::fromUtf8(processo.readAllStandardOutput()),
-            QString::fromUtf8(processo.readAllStandardError())};
-}
 
 // One line on stderr, nothing on stdout, non-zero status.
 void EsperaFalha(const Execucao& e, int status, const QString& trecho) {
@@ -44,39 +28,41 @@ TEST(LinhaDeComando, UsoErradoExplicaASintaxe) {
                                             {u"--sem-janela"_s, u"enviar"_s}};
     for (const QStringList& argumentos : casos) {
         SCOPED_TRACE(argumentos.join(u' ').toStdString());
-        EsperaFalha(Roda(argumentos), 2, u"uso: servidor-nfce"_s);
+        EsperaFalha(RodaServidor(argumentos), 2, u"uso: servidor-nfce"_s);
     }
 }
 
 TEST(LinhaDeComando, EmpresaGravaEMostraORegistro) {
     PastaPrograma pasta;
     const QByteArray dados = "CNPJ=18123456000190\nNOME=LOJA 'A' | \"B\"\n\nSERIE=7\n";
-    const Execucao gravar = Roda({u"empresa"_s, pasta.caminho()}, dados);
+    const Execucao gravar = RodaServidor({u"empresa"_s, pasta.caminho()}, dados);
     ASSERT_EQ(gravar.status, 0) << gravar.erro.toStdString();
     EXPECT_EQ(LerEmpresa(pasta.caminho(), u"NOME"_s), u"LOJA 'A' | \"B\""_s);
 
-    const Execucao mostrar = Roda({u"empresa"_s, pasta.caminho(), u"--mostrar"_s});
+    const Execucao mostrar = RodaServidor({u"empresa"_s, pasta.caminho(), u"--mostrar"_s});
     EXPECT_EQ(mostrar.status, 0);
     EXPECT_EQ(mostrar.saida, u"CNPJ=18123456000190\nNOME=LOJA 'A' | \"B\"\nSERIE=7\n"_s);
 }
 
 TEST(LinhaDeComando, ErrosDeEmpresaNumaLinha) {
     PastaPrograma pasta;
-    EsperaFalha(Roda({u"empresa"_s, pasta.caminho(), u"--mostrar"_s}), 1, u"(erro 53)"_s);
-    EsperaFalha(Roda({u"empresa"_s, pasta.caminho()}, "CIDADE=SÃO PAULO\n"), 1, u"(erro 5)"_s);
-    EsperaFalha(Roda({u"empresa"_s, pasta.Caminho(u"falta/aqui"_s)}, "A=1\n"), 1, u"(erro 75)"_s);
+    EsperaFalha(RodaServidor({u"empresa"_s, pasta.caminho(), u"--mostrar"_s}), 1, u"(erro 53)"_s);
+    EsperaFalha(RodaServidor({u"empresa"_s, pasta.caminho()}, "CIDADE=SÃO PAULO\n"), 1,
+                u"(erro 5)"_s);
+    EsperaFalha(RodaServidor({u"empresa"_s, pasta.Caminho(u"falta/aqui"_s)}, "A=1\n"), 1,
+                u"(erro 75)"_s);
     pasta.EscreveArquivo(u"Empresa.Bin"_s, QByteArray("\x01\x02\0", 3));
-    EsperaFalha(Roda({u"empresa"_s, pasta.caminho(), u"--mostrar"_s}), 1, u"(erro 5)"_s);
+    EsperaFalha(RodaServidor({u"empresa"_s, pasta.caminho(), u"--mostrar"_s}), 1, u"(erro 5)"_s);
 }
 
 TEST(LinhaDeComando, IniciarCriaUmaVezSo) {
     PastaPrograma pasta;
     const QString destino = pasta.Caminho(u"demo"_s);
-    const Execucao primeira = Roda({u"iniciar"_s, destino, u"--exemplos"_s});
+    const Execucao primeira = RodaServidor({u"iniciar"_s, destino, u"--exemplos"_s});
     ASSERT_EQ(primeira.status, 0) << primeira.erro.toStdString();
     EXPECT_EQ(primeira.saida, destino + u"\n"_s);
     EXPECT_EQ(LerConfig(destino, u"TIPOBANCO"_s), u"SQLITE"_s);
-    EsperaFalha(Roda({u"iniciar"_s, destino}), 1, u"(erro 58)"_s);
+    EsperaFalha(RodaServidor({u"iniciar"_s, destino}), 1, u"(erro 58)"_s);
 }
 
 // The server: a second one on the same folder ends at once without a word; a folder without
@@ -87,11 +73,11 @@ TEST(LinhaDeComando, ServidorSegundaInstanciaEPartidaSemArquivos) {
     {
         InstanciaUnica primeira(pasta.caminho());
         ASSERT_EQ(primeira.Obtem(), InstanciaUnica::Resultado::Obtida);
-        const Execucao segunda = Roda(argumentos);
+        const Execucao segunda = RodaServidor(argumentos);
         EXPECT_EQ(segunda.status, 0);
         EXPECT_EQ(segunda.saida + segunda.erro, QString());
     }
-    EsperaFalha(Roda(argumentos), 1, u"(erro 53)"_s);
+    EsperaFalha(RodaServidor(argumentos), 1, u"(erro 53)"_s);
     const QStringList logs = QDir(pasta.Caminho(u"LOG"_s)).entryList(QDir::Files);
     ASSERT_EQ(logs.size(), 1);
     EXPECT_TRUE(pasta.LeArquivo(u"LOG/"_s + logs.first()).contains("(erro 53)"));

@@ -1,9 +1,7 @@
 #include "shell/janela/FrmPrincipal.h"
 #include "apoio/Avisos.h"
-#include "apoio/PastaPrograma.h"
-#include "plataforma/AmbienteVirtual.h"
+#include "apoio/ProgramaDeExemplo.h"
 #include "shell/Aplicacao.h"
-#include "storage/Instalacao.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -19,19 +17,14 @@ namespace {
 using namespace Qt::StringLiterals;
 
 // The window over a ready program folder with sample sales, its server on a virtual clock.
-class FrmPrincipalTest : public ::testing::Test {
+class FrmPrincipalTest : public ProgramaDeExemplo {
 protected:
     void SetUp() override {
         // The offscreen platform warns about window calls it cannot honour.
         if (QGuiApplication::platformName() == u"offscreen"_s) avisosDaPlataforma.emplace();
-        CriaPastaPrograma(pasta.caminho(), true, ambiente.Data());
-        Configura({});
+        ProgramaDeExemplo::SetUp();
         app = std::make_unique<Aplicacao>(pasta.caminho(), ambiente, [this] { ++fins; });
         janela = std::make_unique<FrmPrincipal>(*app);
-    }
-    void Configura(const QStringList& extras) const {
-        pasta.EscreveConfig(extras + QStringList{u"TIPOBANCO=SQLITE"_s, u"BASEDADOS=loja.db"_s,
-                                                 u"SERVIDORBASEDADOS=remota.db"_s, u"TEMP=3"_s});
     }
     template <class T> T* Controle(const QString& nome) {
         T* controle = janela->findChild<T*>(nome);
@@ -42,8 +35,6 @@ protected:
     Painel& painel() { return app->servidor().painel; }
 
     std::optional<AvisosEsperados> avisosDaPlataforma;
-    PastaPrograma pasta;
-    AmbienteVirtual ambiente{QDateTime(QDate(2026, 11, 16), QTime(13, 0))};
     std::unique_ptr<Aplicacao> app;
     std::unique_ptr<FrmPrincipal> janela;
     int fins = 0;
