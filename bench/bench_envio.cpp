@@ -34,7 +34,7 @@ constexpr int Vendas = 1000;
 constexpr int ItensPorVenda = 3;
 constexpr int Historico = 1000000;
 constexpr int Temp = 3; // the installation's TEMP: the generator's pause for UniNFe
-const QString Cnpj = u"18123456000190"_s;
+const QString Cnpj = u"18123456000104"_s;
 
 // What one sale waits when every answer is already there, round by round.
 constexpr double Rateio = 0.01 + 0.2 + 0.2; // one apportionment: reset, spread, sum

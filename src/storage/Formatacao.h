@@ -75,7 +75,7 @@ Moeda LeValor(const QString& texto);
 QString TiraAspas(const QVariant& valor);
 
 // Tax numbers, postcodes and telephones: blanks trimmed, then blank ( ) . - / _ ,
-// removed: "18.123.456/0001-90" gives "18123456000190".
+// removed: "18.123.456/0001-04" gives "18123456000104".
 QString LimpaTexto(const QVariant& valor);
 
 // The value trimmed and padded with "0" in front to `tamanho`; never cut.

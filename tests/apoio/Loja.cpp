@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList RegistroEmpresa = {u"CNPJ=18123456000190"_s,
+const QStringList RegistroEmpresa = {u"CNPJ=18123456000104"_s,
                                      u"NOME=Mercado Bom Preco Ltda"_s,
                                      u"SERIE=1"_s,
                                      u"CODMUNICIPIO=3106200"_s,
@@ -101,7 +101,7 @@ QStringList Loja::Fila() {
 }
 
 bool Loja::Existe(const QString& relativo) const {
-    return ArquivoExiste(Caminho(pasta.caminho(), u"18123456000190\\"_s + relativo));
+    return ArquivoExiste(Caminho(pasta.caminho(), u"18123456000104\\"_s + relativo));
 }
 
 QByteArray Loja::Le(const QString& relativo) const {

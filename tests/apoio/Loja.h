@@ -40,11 +40,11 @@ protected:
     // Below the company folder ("Retorno/x.txt" or "RETORNO\x.txt"): NaEmpresa as given,
     // Existe (files only) resolving each part as the server does; Le gives "" for no file.
     QString NaEmpresa(const QString& relativo) const {
-        return pasta.Caminho(QStringLiteral("18123456000190/") + relativo);
+        return pasta.Caminho(QStringLiteral("18123456000104/") + relativo);
     }
     bool Existe(const QString& relativo) const;
     void Grava(const QString& relativo, const QByteArray& conteudo) const {
-        pasta.EscreveArquivo(QStringLiteral("18123456000190/") + relativo, conteudo);
+        pasta.EscreveArquivo(QStringLiteral("18123456000104/") + relativo, conteudo);
     }
     QByteArray Le(const QString& relativo) const;
 

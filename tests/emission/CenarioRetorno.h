@@ -8,7 +8,7 @@ namespace nfce::teste {
 
 using namespace Qt::StringLiterals;
 
-inline const QString Chave = u"31261118123456000190650010000012349123456784"_s;
+inline const QString Chave = u"31261118123456000104650010000012349123456788"_s;
 
 // The sale being emitted as the drivers leave it before UniNFe answers: cupom 501, NFC-e 1234,
 // from quote 77, items 1 and 3 (products 4321 and 78), key in LblMens01, 5 receipts to send,
@@ -48,7 +48,7 @@ protected:
         EstadoVenda& v = s->venda;
         v.NumCupom = 501;
         v.NumNfce = 1234;
-        v.CnpjEmpresa = u"18123456000190"_s;
+        v.CnpjEmpresa = u"18123456000104"_s;
         v.SerieNfce = u"001"_s;
         v.DataArquivo = u"15112026"_s;
         v.MesAutorizados = v.MesContabil = u"112026"_s;
@@ -76,7 +76,7 @@ protected:
 // field 5, the reason in field 6.
 inline QByteArray Protocolo(const QByteArray& codigo, const QByteArray& motivo,
                             bool digVal = false) {
-    return "18123456000190;000001234;" + Chave.toLatin1() + ";2026-11-15T10:21:05-03:00;" +
+    return "18123456000104;000001234;" + Chave.toLatin1() + ";2026-11-15T10:21:05-03:00;" +
            (codigo == "100" ? "131260000012345;" : "0;") +
            (digVal ? "zTbcpgGcvzfkV/AhKeieXtFntUk=;" : "") + codigo + ';' + motivo + ';';
 }

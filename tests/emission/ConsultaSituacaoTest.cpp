@@ -12,7 +12,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const QString Chave = u"31261118123456000190650010000012349123456784"_s;
+const QString Chave = u"31261118123456000104650010000012349123456788"_s;
 
 // Records the address and the time limit of every page asked for.
 class AmbienteDaRede : public AmbienteVirtual {
@@ -29,10 +29,10 @@ class ConsultaSituacaoTest : public ::testing::Test {
 protected:
     void SetUp() override {
         pasta.EscreveConfig({});
-        servidor.venda.CnpjEmpresa = u"18123456000190"_s;
+        servidor.venda.CnpjEmpresa = u"18123456000104"_s;
         servidor.venda.MesAutorizados = u"112026"_s;
     }
-    QString Pasta(const QString& nome) const { return pasta.Caminho(u"18123456000190/"_s + nome); }
+    QString Pasta(const QString& nome) const { return pasta.Caminho(u"18123456000104/"_s + nome); }
 
     PastaPrograma pasta;
     AmbienteDaRede ambiente;
@@ -48,14 +48,14 @@ TEST_F(ConsultaSituacaoTest, PedidoDepoisDeLimparAsPastas) {
         for (const QString& nome :
              {u"Retorno/"_s + Chave + u"-num-lot.txt"_s, u"Retorno/000000000000054-pro-rec.txt"_s,
               u"Envio/0000001235-gerar-chave.xml"_s})
-            pasta.EscreveArquivo(u"18123456000190/"_s + nome, "54;");
+            pasta.EscreveArquivo(u"18123456000104/"_s + nome, "54;");
         // Twice for one key: the same request, written again.
         ConsultaSituacao(servidor, Chave);
         ConsultaSituacao(servidor, Chave);
         EXPECT_EQ(QDir(Pasta(u"Retorno"_s)).entryList(QDir::Files), QStringList());
         EXPECT_EQ(QDir(Pasta(u"Envio"_s)).entryList(QDir::Files),
                   QStringList(Chave + u"-ped-sit.txt"_s));
-        EXPECT_EQ(pasta.LeArquivo(u"18123456000190/Envio/"_s + Chave + u"-ped-sit.txt"_s),
+        EXPECT_EQ(pasta.LeArquivo(u"18123456000104/Envio/"_s + Chave + u"-ped-sit.txt"_s),
                   "tpAmb|" + tpAmb + "\r\nxServ|CONSULTAR\r\ntpEmis|1\r\nchNFe|" +
                       Chave.toLatin1() + "\r\nversao|4.00\r\n");
         EXPECT_EQ(servidor.venda.MesAutorizados, u"15112026"_s);

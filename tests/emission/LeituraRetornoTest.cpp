@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 using LeituraRetornoTest = CenarioRetorno;
 
-const QString Base = u"Retorno/000001234_18123456000190_001_15_11_2026"_s;
+const QString Base = u"Retorno/000001234_18123456000104_001_15_11_2026"_s;
 const QByteArray Binario = QByteArray::fromHex("00ff0d0a27097c3b80fe0a0a81ee");
 
 // UniNFe's conversion answer: "ChaveNFe" at character 37, the key from 47; three looks 0.5 s

@@ -17,7 +17,7 @@ TEST_P(PedidoChaveTest, PedidoSemCnfEmDezLinhas) {
     EXPECT_EQ(Le(u"Envio/0000001234-gerar-chave.xml"_s),
               "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<gerarChave>\r\n <UF>31</UF>\r\n"
               " <tpEmis>9</tpEmis>\r\n <nNF>1234</nNF>\r\n <serie>001</serie>\r\n"
-              " <AAMM>2611</AAMM>\r\n <CNPJ>18123456000190</CNPJ>\r\n <mod>65</mod>\r\n"
+              " <AAMM>2611</AAMM>\r\n <CNPJ>18123456000104</CNPJ>\r\n <mod>65</mod>\r\n"
               "</gerarChave>\r\n");
     EXPECT_EQ(ambiente.msAguardados(), 1000);
     QDir(NaEmpresa(u"Envio"_s)).removeRecursively();

@@ -59,7 +59,7 @@ TEST_P(ProcessaRetornoTest, Autorizacao) {
 
 TEST_P(ProcessaRetornoTest, Reimpressao) {
     const QString danfe = u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s + pasta.caminho() +
-                          u"\\18123456000190\\ENVIADO\\Autorizados\\112026\\"_s + Chave +
+                          u"\\18123456000104\\ENVIADO\\Autorizados\\112026\\"_s + Chave +
                           u"-procNFe.xml t=nfce"_s;
     const std::tuple<QString, bool, bool, bool, int, int> casos[] = {
         // mode, print, XML in place, answer Yes, questions, prints
@@ -126,7 +126,7 @@ TEST_P(ProcessaRetornoTest, LoteEEspera) {
 TEST_P(ProcessaRetornoTest, LinhasHostis) {
     const QByteArray motivo = "Autorizado o uso da NF-e d'agua \\", longo(100000, '7');
     const std::tuple<QByteArray, QString, int, QString> casos[] = {
-        {"18123456000190;000001234;3126", u" - "_s, 1, {}},
+        {"18123456000104;000001234;3126", u" - "_s, 1, {}},
         {QByteArray(100000, 'x'), u" - "_s, 1, {}},
         {QByteArray::fromHex("00ff27097c80fe81ee"), u" - "_s, 1, {}},
         {"\r\n\r\n" + Protocolo("999", "Rejeicao: d'agua | x"),
@@ -151,7 +151,7 @@ TEST_P(ProcessaRetornoTest, LinhasHostis) {
 
 // The accountant's folder below empresa.pathenvio is never made here.
 TEST_P(ProcessaRetornoTest, CopiaParaOContador) {
-    const QString destino = pasta.Caminho(u"contador/18123456000190/Contabilidade/001/112026"_s);
+    const QString destino = pasta.Caminho(u"contador/18123456000104/Contabilidade/001/112026"_s);
     const std::tuple<QString, bool, bool> casos[] = {
         {u"ENVIOXML=SIM"_s, true, true},
         {u"ENVIOXML=SIM"_s, false, false},

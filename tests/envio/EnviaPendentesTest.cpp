@@ -15,7 +15,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const QString Cnpj = u"18123456000190"_s;
+const QString Cnpj = u"18123456000104"_s;
 
 class EnviaPendentesTest : public LojaComUniNfe {
 protected:

@@ -14,7 +14,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const QString Cnpj = u"18123456000190"_s;
+const QString Cnpj = u"18123456000104"_s;
 
 // The sender meeting a fault.
 class FalhaNoEnvio : public LojaComUniNfe {

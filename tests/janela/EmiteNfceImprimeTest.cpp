@@ -49,7 +49,7 @@ TEST_P(EmiteNfceImprimeTest, RamoDeContingencia) {
         EXPECT_EQ(ambiente.programasIniciados,
                   QStringList(impresso, u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s +
                                             pasta.caminho() +
-                                            u"\\18123456000190\\Validar\\Validado\\"_s + chave +
+                                            u"\\18123456000104\\Validar\\Validado\\"_s + chave +
                                             u"-nfe.xml t=nfce"_s));
         EXPECT_EQ(Texto(u"SELECT tempo FROM vendas WHERE cupom = 1001"_s), tempoDoCupom1001);
         EXPECT_EQ(Coluna(u"tempo"_s, 1001), u"5"_s);

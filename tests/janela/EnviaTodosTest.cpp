@@ -64,7 +64,7 @@ TEST_P(EnviaTodosTest, ReenviaOXmlValidado) {
     EXPECT_TRUE(Existe(u"Validar\\Validado\\"_s + chave + u"-nfe.xml"_s));
     EXPECT_EQ(Coluna(u"tempo"_s, 1001), u"5"_s);
     const int gerados =
-        QDir(pasta.Caminho(u"18123456000190/Validar"_s)).entryList(QDir::Files).size();
+        QDir(pasta.Caminho(u"18123456000104/Validar"_s)).entryList(QDir::Files).size();
     for (const QString& marca :
          {u"tempo = '9'"_s, u"tempo = '8'"_s, u"erro = 'ERRO AO INVOCAR'"_s}) {
         SCOPED_TRACE(marca.toStdString());
@@ -75,7 +75,7 @@ TEST_P(EnviaTodosTest, ReenviaOXmlValidado) {
         EXPECT_TRUE(ambiente.mensagens.isEmpty());
     }
     // Nothing was generated again.
-    EXPECT_EQ(QDir(pasta.Caminho(u"18123456000190/Validar"_s)).entryList(QDir::Files).size(),
+    EXPECT_EQ(QDir(pasta.Caminho(u"18123456000104/Validar"_s)).entryList(QDir::Files).size(),
               gerados);
 }
 
@@ -108,7 +108,7 @@ TEST_P(EnviaTodosTest, ReemissaoDeVendaTemFim) {
     EnviaTodos(*s);
     EXPECT_EQ(Coluna(u"tempo"_s, 1001), u"0"_s);
     EXPECT_FALSE(
-        QDir(pasta.Caminho(u"18123456000190/Validar/Validado"_s)).entryList(QDir::Files).isEmpty());
+        QDir(pasta.Caminho(u"18123456000104/Validar/Validado"_s)).entryList(QDir::Files).isEmpty());
     EXPECT_TRUE(ambiente.mensagens.isEmpty());
 }
 

@@ -40,7 +40,7 @@ void ComparaComModelo(const QString& caminho, const QString& modelo) {
     EXPECT_EQ(gerado, esperado);
 }
 
-const QString Arquivo = u"000001234_18123456000190_001_15_11_2026-nfe.txt"_s;
+const QString Arquivo = u"000001234_18123456000104_001_15_11_2026-nfe.txt"_s;
 
 TEST_P(GeraNfceTest, DocumentosIguaisAosModelos) {
     // Each sale of tests/dados, then changes that must leave the document as it is: the
@@ -54,7 +54,7 @@ TEST_P(GeraNfceTest, DocumentosIguaisAosModelos) {
          {{},
           u"UPDATE vendas SET cgc = '123.456.789-09'"_s,
           u"UPDATE vendas SET cliente = 25, cgc = '00000000000000'"_s,
-          u"UPDATE vendas SET cliente = 0, cgc = '18123456000190'"_s,
+          u"UPDATE vendas SET cliente = 0, cgc = '18123456000104'"_s,
           u"UPDATE vendas SET cliente = 30, cgc = '   '"_s}},
     };
     for (const auto& [caso, mudancas] : casos) {
@@ -77,7 +77,7 @@ TEST_P(GeraNfceTest, AsTresVariantesDoGerador) {
     s->venda.Vendedor = u"João"_s;
     s->venda.NumCupom = 77;
     const QString caminho =
-        pasta.Caminho(u"18123456000190/%1/000001234_18123456000190_001_%2-nfe.txt"_s);
+        pasta.Caminho(u"18123456000104/%1/000001234_18123456000104_001_%2-nfe.txt"_s);
     EXPECT_EQ(GeraNfce(*s, u"1234"_s), caminho.arg(u"Validar", u"14_11_2026"));
     ComparaComModelo(caminho.arg(u"Validar", u"14_11_2026"), u"variante_atual.txt"_s);
     EXPECT_EQ(GeraNfce(*s, u"1234"_s, VarianteGerador::Modulo()),
@@ -97,7 +97,7 @@ TEST_P(GeraNfceTest, AsTresVariantesDoGerador) {
     s->venda.NumCupom = 88;
     const QByteArray texto = Gerado(GeraNfce(*s, u"1234"_s, VarianteGerador::Janela()));
     EXPECT_TRUE(texto.contains("|4|9||2|1|1|1|0|0.00|2026-11-14T23:59:58-03:00|SEM CONEXAO"));
-    EXPECT_TRUE(texto.contains("\r\nE|MERCADINHO|9||||\r\nE02|18123456000190|\r\n"));
+    EXPECT_TRUE(texto.contains("\r\nE|MERCADINHO|9||||\r\nE02|18123456000104|\r\n"));
 }
 
 TEST_P(GeraNfceTest, EsperaTempComOArquivoJaNoLugar) {
@@ -130,7 +130,7 @@ TEST_P(GeraNfceTest, FalhaNaoDeixaArquivoNaPasta) {
         {"bad date", [&] { painel.lblData = u"31/02/2026"_s; }, ErroTipoIncompativel},
         {"no base", [&] { Executa(u"UPDATE vendas SET valor = 0"_s); }, ErroDivisaoPorZero},
         {"no folder", [&] { QDir(Validar()).removeRecursively(); }, ErroCaminhoNaoEncontrado},
-        {"slash in CNPJ", [&] { s->empresa.Cnpj = u"18123456/0001-90"_s; },
+        {"slash in CNPJ", [&] { s->empresa.Cnpj = u"18123456/0001-04"_s; },
          ErroCaminhoNaoEncontrado},
         {"missing column", [&] { Executa(u"ALTER TABLE vendas DROP COLUMN pix"_s); },
          ErroItemNaoEncontrado},
@@ -143,7 +143,7 @@ TEST_P(GeraNfceTest, FalhaNaoDeixaArquivoNaPasta) {
         EXPECT_EQ(ErroDe([&] { GeraNfce(*s, u"1234"_s); }).numero(), erro);
         EXPECT_EQ(QDir(Validar()).entryList(QDir::Files | QDir::Hidden), QStringList());
         QDir().mkpath(Validar());
-        s->empresa.Cnpj = u"18123456000190"_s;
+        s->empresa.Cnpj = u"18123456000104"_s;
         painel.lblData = u"15/11/2026"_s;
         painel.lblHora = u"10:20:30"_s;
     }

@@ -34,14 +34,14 @@ TEST(LinhaDeComando, UsoErradoExplicaASintaxe) {
 
 TEST(LinhaDeComando, EmpresaGravaEMostraORegistro) {
     PastaPrograma pasta;
-    const QByteArray dados = "CNPJ=18123456000190\nNOME=LOJA 'A' | \"B\"\n\nSERIE=7\n";
+    const QByteArray dados = "CNPJ=18123456000104\nNOME=LOJA 'A' | \"B\"\n\nSERIE=7\n";
     const Execucao gravar = RodaServidor({u"empresa"_s, pasta.caminho()}, dados);
     ASSERT_EQ(gravar.status, 0) << gravar.erro.toStdString();
     EXPECT_EQ(LerEmpresa(pasta.caminho(), u"NOME"_s), u"LOJA 'A' | \"B\""_s);
 
     const Execucao mostrar = RodaServidor({u"empresa"_s, pasta.caminho(), u"--mostrar"_s});
     EXPECT_EQ(mostrar.status, 0);
-    EXPECT_EQ(mostrar.saida, u"CNPJ=18123456000190\nNOME=LOJA 'A' | \"B\"\nSERIE=7\n"_s);
+    EXPECT_EQ(mostrar.saida, u"CNPJ=18123456000104\nNOME=LOJA 'A' | \"B\"\nSERIE=7\n"_s);
 }
 
 TEST(LinhaDeComando, ErrosDeEmpresaNumaLinha) {

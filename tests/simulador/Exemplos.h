@@ -5,7 +5,7 @@
 
 namespace uninfesim::teste {
 
-inline const QByteArray kCnpj = "18123456000190";
+inline const QByteArray kCnpj = "18123456000104";
 
 // A sale as the server writes it: Windows-1252, CR LF, offline contingency (tpEmis 9).
 // `icms` is the item's ICMS group line ("" for none); the item record is on line 10.
@@ -41,7 +41,7 @@ inline QByteArray TxtDaVenda(qint64 nNF, const QByteArray& icms = "N10d|0|102|")
 }
 
 // Keys worked out by hand from the rules (cNF derived from nNF, modulo-11 check digit).
-inline const QString kChave1234 = QStringLiteral("31261118123456000190650010000012349110961078");
-inline const QString kChave1005 = QStringLiteral("31261118123456000190650010000010059351941099");
+inline const QString kChave1234 = QStringLiteral("31261118123456000104650010000012349110961071");
+inline const QString kChave1005 = QStringLiteral("31261118123456000104650010000010059351941092");
 
 } // namespace uninfesim::teste

@@ -58,7 +58,7 @@ TEST(LeituraTxt, EntradaHostil) {
         {"binario", binario, Resultado::Falha, u"NOTAFISCAL"_s},
         {"truncado", venda.left(venda.size() / 2), Resultado::Falha,
          u"Segmento [W02]: segmento não informado."_s},
-        {"sem C02", Troca(venda, "C02|18123456000190|\r\n", ""), Resultado::Falha,
+        {"sem C02", Troca(venda, "C02|18123456000104|\r\n", ""), Resultado::Falha,
          u"Segmento [C02]: segmento não informado."_s},
         {"B com 22 barras", Troca(venda, "|0.00|2026", "|2026"), Resultado::Falha,
          u"Segmento [B]: quantidade de campos (22) não confere com o layout."_s},

@@ -25,7 +25,7 @@ protected:
         ASSERT_TRUE(QDir().mkpath(Empresa() + u"/RETORNO"_s));
     }
 
-    QString Empresa() const { return dir_.path() + u"/18123456000190"_s; }
+    QString Empresa() const { return dir_.path() + u"/18123456000104"_s; }
     QString Caminho(const QString& relativo) const { return Empresa() + u'/' + relativo; }
     bool Existe(const QString& relativo) const { return QFileInfo::exists(Caminho(relativo)); }
 
@@ -85,12 +85,12 @@ protected:
 const QByteArray kPedidoXml = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<gerarChave>\r\n"
                               " <UF>31</UF>\r\n <tpEmis>9</tpEmis>\r\n <nNF>1234</nNF>\r\n"
                               " <serie>001</serie>\r\n <AAMM>2611</AAMM>\r\n"
-                              " <CNPJ>18123456000190</CNPJ>\r\n <mod>65</mod>\r\n</gerarChave>\r\n";
+                              " <CNPJ>18123456000104</CNPJ>\r\n <mod>65</mod>\r\n</gerarChave>\r\n";
 
 // The XML form holds the key at character 64; "(ausente)": no answer, the request stays.
 TEST_F(SimuladorTest, FormasDaRespostaDeChave) {
     const QByteArray pedidoTxt = "UF|31\r\ntpEmis|9\r\nnNF|1234\r\nserie|1\r\nAAMM|2611\r\n"
-                                 "CNPJ|18123456000190\r\nmod|65\r\n";
+                                 "CNPJ|18123456000104\r\nmod|65\r\n";
     const QByteArray xml = "<?xml version=\"1.0\" encoding=\"utf-8\"?><retGerarChave><chaveNFe>";
     const std::tuple<QString, QString, QByteArray, QString, QByteArray> casos[] = {
         {u"autoriza"_s, u"xml"_s, kPedidoXml, u"xml"_s,
@@ -130,8 +130,8 @@ TEST_F(SimuladorTest, PedidosEDocumentosRuins) {
          "Mês da emissão inválido"},
         {chave, QByteArray(kPedidoXml).replace("2611", "0011"), resposta,
          "Ano da emissão inválido"},
-        {chave, QByteArray(kPedidoXml).replace("18123456000190", "18.123.456/0001-90"), resposta,
-         "CNPJ inválido: 18.123.456/0001-90"},
+        {chave, QByteArray(kPedidoXml).replace("18123456000104", "18.123.456/0001-04"), resposta,
+         "CNPJ inválido: 18.123.456/0001-04"},
         {chave, QByteArray(kPedidoXml).replace("1234", QByteArray(100000, '7')), resposta,
          "Conteúdo inválido em nNF"},
         {chave, kPedidoXml.left(80), resposta, "Arquivo "},
@@ -161,9 +161,9 @@ TEST_F(SimuladorTest, PedidosEDocumentosRuins) {
 }
 
 TEST_F(SimuladorTest, ConversaoDoTextoEmValidarEEmEnvio) {
-    Escreve(u"Validar/000001234_18123456000190_001_15_11_2026-nfe.txt"_s, TxtDaVenda(1234));
+    Escreve(u"Validar/000001234_18123456000104_001_15_11_2026-nfe.txt"_s, TxtDaVenda(1234));
     Passa();
-    const QByteArray resposta = Le(u"RETORNO/000001234_18123456000190_001_15_11_2026-nfe.txt"_s);
+    const QByteArray resposta = Le(u"RETORNO/000001234_18123456000104_001_15_11_2026-nfe.txt"_s);
     EXPECT_EQ(resposta, "cStat=01\r\nxMotivo=Convers\xc3\xa3o efetuada com sucesso.\r\n"
                         "Nota fiscal: 000001234 Serie: 001 - ChaveNFe: " +
                             kChave1234.toLatin1() + "\r\n");
@@ -171,8 +171,8 @@ TEST_F(SimuladorTest, ConversaoDoTextoEmValidarEEmEnvio) {
     EXPECT_EQ(linha.mid(36, 8), "ChaveNFe");
     EXPECT_EQ(linha.mid(46, 44), kChave1234.toLatin1());
     EXPECT_TRUE(Existe(u"Validar/Validado/"_s + kChave1234 + u"-nfe.xml"_s));
-    EXPECT_TRUE(Existe(u"RETORNO/000001234_18123456000190_001_15_11_2026-nfe-orig.txt"_s));
-    EXPECT_FALSE(Existe(u"Validar/000001234_18123456000190_001_15_11_2026-nfe.txt"_s));
+    EXPECT_TRUE(Existe(u"RETORNO/000001234_18123456000104_001_15_11_2026-nfe-orig.txt"_s));
+    EXPECT_FALSE(Existe(u"Validar/000001234_18123456000104_001_15_11_2026-nfe.txt"_s));
     EXPECT_TRUE(QDir(Caminho(u"Envio"_s)).isEmpty()) << "from Validar nothing is sent";
     // From Envio it is converted and sent.
     Escreve(u"Envio/venda-nfe.txt"_s, TxtDaVenda(1234));
@@ -210,7 +210,7 @@ TEST_F(SimuladorTest, AutorizacaoComProtocoloEXmlArquivado) {
               "</NumeroLoteGerado></DadosLoteNfe>");
     const QByteArray assinado = Le(u"Validar/Validado/"_s + chave + u"-nfe.xml"_s);
     const QByteArray digVal = assinado.mid(assinado.indexOf("<DigestValue>") + 13, 28);
-    EXPECT_EQ(Le(kLote1 + u"-pro-rec.txt"_s), ";104;Lote processado;\r\n18123456000190;000001234;" +
+    EXPECT_EQ(Le(kLote1 + u"-pro-rec.txt"_s), ";104;Lote processado;\r\n18123456000104;000001234;" +
                                                   chave.toLatin1() +
                                                   ";2026-11-15T10:21:00-03:00;131260000000001;" +
                                                   digVal + ";100;Autorizado o uso da NF-e;");
@@ -242,7 +242,7 @@ TEST_F(SimuladorTest, RejeicoesNaFormaDaSefaz) {
         {u"duplicidade"_s, "204;Rejeicao: Duplicidade de NF-e [nRec:310000000000001];"},
         {u"duplicidade-chave"_s,
          "539;Rejeicao: Duplicidade de NF-e, com diferenca na Chave de Acesso "
-         "[chNFe:31261118123456000190650010000010051351941093][nRec:310000000000001];"},
+         "[chNFe:31261118123456000104650010000010051351941097][nRec:310000000000001];"},
         {u"rejeita 778 motivo Rejeição: NCM; inexistente 'x'"_s,
          "778;Rejei\xe7\xe3o: NCM  inexistente 'x';"},
     };
@@ -251,7 +251,7 @@ TEST_F(SimuladorTest, RejeicoesNaFormaDaSefaz) {
         sim_ = Simulador(dir_.path());
         Define(1005, cenario);
         const QString chave = EnviaVenda(1005);
-        EXPECT_EQ(LinhaDoProtocolo(), "18123456000190;000001005;" + chave.toLatin1() +
+        EXPECT_EQ(LinhaDoProtocolo(), "18123456000104;000001005;" + chave.toLatin1() +
                                           ";2026-11-15T10:21:00-03:00;0;" + codigoEMotivo);
         EXPECT_TRUE(Existe(u"Erro/"_s + chave + u"-nfe.xml"_s));
         EXPECT_FALSE(QDir(Caminho(u"Enviado/Autorizados"_s)).exists(u"112026"_s));

@@ -136,7 +136,7 @@ TEST(LerEmpresa, LinhasDoRegistro) {
         {"arquivo vazio", {}, u"SERIE"_s, u""_s},
         {"para na linha que casa", CifraLinha(u"SERIE=7"_s) + B("\r\nlixo\0\r\n"), u"SERIE"_s,
          u"7"_s},
-        {"texto claro", "CNPJ=18123456000190\r\n", u"CNPJ"_s, erro5},
+        {"texto claro", "CNPJ=18123456000104\r\n", u"CNPJ"_s, erro5},
         {"NUL", b + QByteArray("\0\0\0\r\n", 5), u"CNPJ"_s, erro5},
         {"linha de 100 000 bytes", b + QByteArray(100000, '\xFF'), u"CNPJ"_s, erro5},
     };

@@ -19,7 +19,7 @@ TEST(CarregaEmpresa, SerieComTresDigitosETextoHostilIntacto) {
                                                   {u"OUTRA=1"_s, u"000"_s}};
     for (const auto& [linha, esperada] : series) {
         PastaPrograma pasta;
-        pasta.EscreveEmpresa({u"CNPJ=18123456000190"_s, linha});
+        pasta.EscreveEmpresa({u"CNPJ=18123456000104"_s, linha});
         EXPECT_EQ(CarregaEmpresa(pasta.caminho()).Serie, esperada) << linha.toStdString();
     }
     // The scrambling shifts each character by its position: long lines of high letters

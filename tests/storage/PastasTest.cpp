@@ -53,10 +53,10 @@ void CriaPasta(const PastaPrograma& pasta, const QString& relativo) {
 // Run twice over what was made first: folders ("/" at the end) and files, a file standing
 // where a folder should be. The whole tree afterwards.
 TEST(Alterar, CriaAsPastasQueFaltamUmaAUma) {
-    const QString c = u"C"_s, barra = u"18.123.456/0001-90"_s, contra = u"18.123.456\\0001-90"_s;
+    const QString c = u"C"_s, barra = u"18.123.456/0001-04"_s, contra = u"18.123.456\\0001-04"_s;
     const QStringList feita = {u"18.123.456/"_s}, semLog = {u"PDV"_s, u"XML"_s, u"Contabil"_s};
     const std::tuple<QStringList, QString, QDate, QStringList> casos[] = {
-        {{u"LOG/hoje.log"_s}, u"18123456000190"_s, kHoje, kComuns + DaEmpresa(u"18123456000190"_s)},
+        {{u"LOG/hoje.log"_s}, u"18123456000104"_s, kHoje, kComuns + DaEmpresa(u"18123456000104"_s)},
         {{}, c, QDate(2026, 12, 1), kComuns + DaEmpresa(c, u"122026"_s)},
         {{}, c, QDate(2027, 1, 5), kComuns + DaEmpresa(c, u"012027"_s)},
         {{u"C/Retorno/"_s, u"C/eventos/"_s},
