@@ -14,6 +14,7 @@ enum NumeroErro : int {
     ErroTipoIncompativel = 13,
     ErroArquivoNaoEncontrado = 53,
     ErroArquivoJaExiste = 58,
+    ErroDiscoCheio = 61,
     ErroAcessoCaminho = 75,
     ErroCaminhoNaoEncontrado = 76,
     ErroObjetoNaoDefinido = 91,
@@ -37,6 +38,14 @@ private:
     int numero_;
     QString descricao_;
     QByteArray utf8_;
+};
+
+// A sale whose own data no document can carry (no items, a quantity that is not a number, a
+// row without a date): nothing is written for it, and the sender records the description on
+// that sale and takes it out of the queue until someone corrects it.
+class ErroDaVenda : public ErroExecucao {
+public:
+    ErroDaVenda(int numero, QString descricao) : ErroExecucao(numero, std::move(descricao)) {}
 };
 
 } // namespace nfce
