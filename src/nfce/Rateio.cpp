@@ -47,9 +47,9 @@ void ReparteEntreItens(Servidor& s, const QString& numero, const QString& coluna
                                "ratear o %2"_s.arg(numero, coluna));
         const double parte = Trunca(
             MoedaDe(itens.Campo(u"valortotal"_s)).paraDouble() * m.valor.paraDouble() / m.base, 2);
-        s.conexoes.Executa(u"UPDATE itens SET "_s + coluna + u" = '"_s + Dinheiro(parte) +
-                           u"' WHERE item = "_s +
-                           QString::number(InteiroDe(itens.Campo(u"Item"_s))));
+        s.conexoes.Executa(
+            u"UPDATE itens SET "_s + coluna + u" = '"_s + Dinheiro(parte) + u"' WHERE item = "_s +
+            QString::number(InteiroDe(itens.Campo(u"Item"_s))) + u" AND nfce = "_s + numero);
         s.ambiente.DoEvents();
     }
     s.ambiente.Aguarda(0.2);

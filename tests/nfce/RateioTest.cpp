@@ -48,12 +48,16 @@ TEST_P(RateioTest, PartesTruncadasERestoNoMaiorTotal) {
         EXPECT_EQ(Descontos(), descontos);
         EXPECT_EQ(ambiente.msAguardados() - antes, 10 + 200 + 200);
     }
-    // The shares are stored by item number alone: item 2 of another sale takes one too.
+    // Items of the same numbers in other sales, with an NFC-e or without, keep their values.
     Limpa();
     Venda(u"29"_s, {u"10"_s, u"20"_s});
-    Executa(u"INSERT INTO itens (nfce, Item, valortotal, desconto) VALUES (555, 2, 50, 7.77)"_s);
+    for (const char* nfce : {"555", "0"})
+        Executa(u"INSERT INTO itens (nfce, Item, valortotal, desconto, acrescimo) VALUES "
+                "(%1, 1, 50, 7.77, 1.5), (%1, 2, 20, 7.77, 1.5)"_s.arg(nfce));
+    RateiaAcrescimo(*s, u"1234"_s);
     RateiaDesconto(*s, u"1234"_s);
-    EXPECT_EQ(Descontos(u"555"_s), QStringList{u"0.66"_s});
+    EXPECT_EQ(Descontos(), QStringList({u"0.33"_s, u"0.67"_s}));
+    EXPECT_EQ(Conta(u"itens"_s, u"nfce <> 1234 AND desconto = 7.77 AND acrescimo = 1.5"_s), 4);
 }
 
 TEST_P(RateioTest, SemBaseADivisaoFalhaDepoisDeZerarOsItens) {
