@@ -22,8 +22,9 @@ struct ResultadoExportacao {
 };
 
 // The "Transmitir" button: sends the local items and sales not yet exported to the remote
-// database, with the stock movement and the receivables, and marks them exported. Failures of
-// single statements go to the log and the pass goes on; a failing main database is raised.
+// database, with the stock movement and the receivables, and marks exported the rows the
+// remote database was found to have. Failures of single statements go to the log and the
+// pass goes on; a failing main database is raised.
 ResultadoExportacao CmdExportar(Servidor& servidor);
 
 } // namespace nfce

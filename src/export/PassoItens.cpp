@@ -11,20 +11,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void ExportaItem(Servidor& servidor, const Registros& item, ResultadoExportacao& resultado) {
-    const QString chave = ChaveItem(item);
+void EnviaItem(Servidor& servidor, const Linha& linha, ResultadoExportacao& resultado) {
+    const Registros& item = linha.rs;
     const QDate hoje = servidor.ambiente.Data();
-    if (EnviaRemoto(
-            servidor, [&] { return InsereItem(item, hoje); }, u"item"_s, chave))
-        ++resultado.itensEnviados;
+    const bool enviado = EnviaRemoto(
+        servidor, [&] { return InsereItem(item, hoje); }, linha.oQue, linha.chave);
+    if (enviado) ++resultado.itensEnviados;
     servidor.ambiente.Aguarda(0.01);
+    // The stock moves with the row the remote side took: once, however often a row is tried.
+    if (!enviado) return;
     EnviaRemoto(
         servidor,
         [&] { return BaixaEstoque(item, servidor.LerConfig(u"ESTOQUEFISICO"_s) == u"SIM"); },
-        u"baixa de estoque do produto "_s + TextoDeChave(item, u"codprod"_s), chave);
-    if (ConfereRemoto(
-            servidor, [&] { return ConfereItem(item); }, [&] { return MarcaItem(item); }, u"item"_s,
-            chave, resultado))
+        u"baixa de estoque do produto "_s + TextoDeChave(item, u"codprod"_s), linha.chave);
+}
+
+void ExportaItem(Servidor& servidor, const Registros& item, ResultadoExportacao& resultado) {
+    const Linha linha{item, u"itens"_s, u"item"_s, ChaveItem(item),
+                      [&] { return ConfereItem(item); }};
+    if (ExportaLinha(
+            servidor, linha, [&] { EnviaItem(servidor, linha, resultado); }, resultado))
         ++resultado.itensConfirmados;
     servidor.ambiente.DoEvents();
 }
@@ -34,9 +40,9 @@ void ExportaItem(Servidor& servidor, const Registros& item, ResultadoExportacao&
 void ExportaItens(Servidor& servidor, ResultadoExportacao& resultado) {
     servidor.painel.Caption = u"Transmitindo Itens. Aguarde....."_s;
     Registros itens;
-    servidor.conexoes.AbreConsulta(
-        itens,
-        u"SELECT * FROM itens WHERE not exportado AND situacao = 'N' ORDER BY data, cupom"_s);
+    servidor.conexoes.AbreConsulta(itens, u"SELECT * FROM itens WHERE (not exportado OR "
+                                          u"exportado = 2) AND situacao = 'N' ORDER BY data, "
+                                          u"cupom"_s);
     resultado.itensLidos = itens.RecordCount();
     if (!itens.Eof()) {
         servidor.ambiente.Aguarda(0.01);
@@ -45,8 +51,6 @@ void ExportaItens(Servidor& servidor, ResultadoExportacao& resultado) {
     for (; !itens.Eof(); itens.MoveNext())
         ExportaItem(servidor, itens, resultado);
     servidor.ambiente.Aguarda(0.01);
-    itens.Fecha();
-    servidor.conexoes.Executa(u"UPDATE itens SET exportado = true"_s);
 }
 
 } // namespace nfce

@@ -25,17 +25,21 @@ void EnviaContaReceber(Servidor& servidor, const Registros& venda, const QString
     if (aPrazo) servidor.ambiente.Aguarda(0.03);
 }
 
-void ExportaVenda(Servidor& servidor, const Registros& venda, ResultadoExportacao& resultado) {
-    const QString chave = ChaveVenda(venda);
+void EnviaVenda(Servidor& servidor, const Linha& linha, ResultadoExportacao& resultado) {
     const QDate hoje = servidor.ambiente.Data();
-    if (EnviaRemoto(
-            servidor, [&] { return InsereVenda(venda, hoje); }, u"venda"_s, chave))
-        ++resultado.vendasEnviadas;
+    const bool enviada = EnviaRemoto(
+        servidor, [&] { return InsereVenda(linha.rs, hoje); }, linha.oQue, linha.chave);
+    if (enviada) ++resultado.vendasEnviadas;
     servidor.ambiente.Aguarda(0.02);
-    EnviaContaReceber(servidor, venda, chave, resultado);
-    if (ConfereRemoto(
-            servidor, [&] { return ConfereVenda(venda); }, [&] { return MarcaVenda(venda); },
-            u"venda"_s, chave, resultado))
+    // The receivable goes with the sale the remote side took: once, however often it is tried.
+    if (enviada) EnviaContaReceber(servidor, linha.rs, linha.chave, resultado);
+}
+
+void ExportaVenda(Servidor& servidor, const Registros& venda, ResultadoExportacao& resultado) {
+    const Linha linha{venda, u"vendas"_s, u"venda"_s, ChaveVenda(venda),
+                      [&] { return ConfereVenda(venda); }};
+    if (ExportaLinha(
+            servidor, linha, [&] { EnviaVenda(servidor, linha, resultado); }, resultado))
         ++resultado.vendasConfirmadas;
 }
 
@@ -44,14 +48,12 @@ void ExportaVenda(Servidor& servidor, const Registros& venda, ResultadoExportaca
 void ExportaVendas(Servidor& servidor, ResultadoExportacao& resultado) {
     servidor.painel.Caption = u"Transmitindo Vendas. Aguarde....."_s;
     Registros vendas;
-    servidor.conexoes.AbreConsulta(
-        vendas,
-        u"SELECT * FROM vendas WHERE not exportado AND situacao = 'N' ORDER BY data, cupom"_s);
+    servidor.conexoes.AbreConsulta(vendas, u"SELECT * FROM vendas WHERE (not exportado OR "
+                                           u"exportado = 2) AND situacao = 'N' ORDER BY data, "
+                                           u"cupom"_s);
     resultado.vendasLidas = vendas.RecordCount();
     for (; !vendas.Eof(); vendas.MoveNext())
         ExportaVenda(servidor, vendas, resultado);
-    vendas.Fecha();
-    servidor.conexoes.Executa(u"UPDATE vendas SET exportado = true"_s);
 }
 
 } // namespace nfce

@@ -66,11 +66,6 @@ QString ConfereItem(const Registros& item) {
            u"' AND item = "_s + NumeroSemAspas(item, u"Item"_s);
 }
 
-QString MarcaItem(const Registros& item) {
-    return u"UPDATE itens SET exportado = true WHERE cupom = "_s +
-           NumeroSemAspas(item, u"cupom"_s) + u" AND item = "_s + NumeroSemAspas(item, u"Item"_s);
-}
-
 QString ChaveItem(const Registros& item) {
     return u"cupom %1, caixa %2, item %3"_s.arg(TextoDeChave(item, u"cupom"_s),
                                                 Zeros(TextoDeChave(item, u"caixa"_s), 3),

@@ -14,9 +14,8 @@ class Registros;
 QString InsereItem(const Registros& item, const QDate& hoje);
 // The stock movement on the remote produtos: `estoquefisico` or `estoque`.
 QString BaixaEstoque(const Registros& item, bool estoqueFisico);
-// Looks for the row on the remote side, and marks it exported on the local side.
+// Looks for the row on the remote side.
 QString ConfereItem(const Registros& item);
-QString MarcaItem(const Registros& item);
 // "cupom 12, caixa 001, item 3", for the log.
 QString ChaveItem(const Registros& item);
 

@@ -71,11 +71,6 @@ QString ConfereVenda(const Registros& venda) {
            u" AND caixa = '"_s + EscapaTexto(Caixa(venda)) + u"' "_s;
 }
 
-QString MarcaVenda(const Registros& venda) {
-    return u"UPDATE vendas SET exportado = true WHERE cupom = "_s +
-           NumeroSemAspas(venda, u"cupom"_s);
-}
-
 QString ChaveVenda(const Registros& venda) {
     return u"cupom %1, caixa %2"_s.arg(TextoDeChave(venda, u"cupom"_s),
                                        Zeros(TextoDeChave(venda, u"caixa"_s), 3));

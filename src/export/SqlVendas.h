@@ -12,9 +12,8 @@ class Registros;
 
 // The remote vendas row; `hoje` is the export date.
 QString InsereVenda(const Registros& venda, const QDate& hoje);
-// Looks for the row on the remote side, and marks it exported on the local side.
+// Looks for the row on the remote side.
 QString ConfereVenda(const Registros& venda);
-QString MarcaVenda(const Registros& venda);
 // "cupom 12, caixa 001", for the log.
 QString ChaveVenda(const Registros& venda);
 
