@@ -33,6 +33,9 @@ const char* const ModoDaSessao = "SET SESSION sql_mode = "
                                  "CONCAT_WS(',', NULLIF(@@SESSION.sql_mode, ''), "
                                  "'NO_BACKSLASH_ESCAPES')";
 
+// How long a statement on an SQLite file waits while another program writes to it.
+constexpr int EsperaSqliteMs = 5000;
+
 // The error of a statement run outside the recordset machinery (invalid when it worked).
 QSqlError ErroDe(const QSqlDatabase& banco, const QString& sql) {
     QSqlQuery consulta(banco);
@@ -91,6 +94,8 @@ void Conexao::AbreSqlite(QSqlDatabase& banco) {
             ErroProvedor,
             QStringLiteral("Arquivo de banco de dados não encontrado: %1").arg(origem_));
     banco.setDatabaseName(origem_);
+    // A write that meets a till's transaction waits for it instead of failing at once.
+    banco.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(EsperaSqliteMs));
     if (!banco.open()) FalhaDoBanco(banco.lastError());
     // The file is only read at the first statement: a file that is no database fails here.
     const QSqlError erro = ErroDe(banco, QStringLiteral("SELECT count(*) FROM sqlite_master"));
