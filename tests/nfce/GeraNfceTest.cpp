@@ -177,7 +177,10 @@ TEST_P(GeraNfceTest, EntradasHostisDaoOQueAsRegrasDizem) {
          texto.arg(u"produtos", u"nome") +
              u";UPDATE produtos SET nome = ' a|b ''c'' \"d\" \u20ac\u0141\U0001F600\u00b5\u00df\x01%1'"_s
                  .arg(QString(100000, u'x')),
-         "|SEM GTIN|A|B 'C' \"D\" \x80??\xb5\xdf\x01" + QByteArray(100000, 'X') + "|00000000|"},
+         "|SEM GTIN|A B 'C' \"D\" \x80\xb5\xdf " + QByteArray(104, 'X') + "|00000000|"},
+        {{},
+         u"UPDATE produtos SET nome = 'arroz\r\nI|999|X\t', unidade = 'un|x'"_s,
+         "\r\nI|000001|SEM GTIN|ARROZ  I 999 X |00000000|||||||5102|UN X|2.000|"},
         {{u"TMPAMBNFCE=abc"_s, u"REGIMETRIB=3|x"_s}, {}, "|4|9||0|1|1|1|0" + bc.toLatin1() + "3|"},
         {{u"TMPAMBNFCE=2.9"_s, u"REGIMETRIB="_s}, {}, "|4|9||2|1|1|1|0" + bc.toLatin1() + "1|"},
     };
@@ -191,6 +194,9 @@ TEST_P(GeraNfceTest, EntradasHostisDaoOQueAsRegrasDizem) {
         const QByteArray gerado = Gerado(GeraNfceDaVenda(*s, 1234));
         EXPECT_TRUE(gerado.contains(esperado)) << gerado.left(3000).data();
     }
+    // The company record's texts are cleaned the same way.
+    s->empresa.Endereco = u"rua|x\r\nC|1"_s;
+    EXPECT_TRUE(Gerado(GeraNfce(*s, u"1234"_s)).contains("\r\nC05|RUA X  C 1|1148|"));
     Configura({u"TMPAMBNFCE="_s + QString(100000, u'7')});
     EXPECT_EQ(ErroDe([&] { GeraNfce(*s, u"1234"_s); }).numero(), ErroEstouro);
 }
