@@ -1,0 +1,90 @@
+#include "nfce/VerificaVenda.h"
+
+#include "nfce/Documento.h"
+#include "nfce/Valores.h"
+#include "storage/ErroExecucao.h"
+#include "storage/Formatacao.h"
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString Mostra(const QVariant& valor) {
+    return u'"' + valor.toString().left(40) + u'"';
+}
+
+// The amount of column `coluna`; one beyond the money range is an error of the sale.
+Moeda Valor(const Registros& rs, const QString& coluna, const QString& quem) {
+    const QVariant valor = rs.Campo(coluna);
+    try {
+        return MoedaDe(valor);
+    } catch (const ErroExecucao& erro) {
+        if (erro.numero() != ErroEstouro) throw;
+        throw ErroDaVenda(ErroEstouro,
+                          u"%1: %2 fora do limite %3"_s.arg(quem, coluna, Mostra(valor)));
+    }
+}
+
+// The item's gross amount, as the item record computes it.
+Moeda VerificaItem(Conexoes& conexoes, const Registros& item) {
+    const QString quem = u"Item "_s + item.Texto(u"Item"_s).left(20);
+    const Moeda quant = Valor(item, u"quant"_s, quem);
+    if (quant <= Moeda())
+        throw ErroDaVenda(ErroArgumentoInvalido,
+                          quem + u": quantidade inválida "_s + Mostra(item.Campo(u"quant"_s)));
+    const Moeda valor = Valor(item, u"valor"_s, quem);
+    Valor(item, u"Acrescimo"_s, quem);
+    Valor(item, u"Desconto"_s, quem);
+    Registros produto;
+    conexoes.AbreConsulta(produto, u"SELECT * FROM produtos WHERE codigo = "_s +
+                                       QString::number(InteiroDe(item.Campo(u"codprod"_s))));
+    if (produto.Eof())
+        throw ErroDaVenda(ErroArgumentoInvalido, quem + u": produto "_s +
+                                                     Mostra(item.Campo(u"codprod"_s)) +
+                                                     u" não existe"_s);
+    Valor(produto, u"icms"_s, quem);
+    Valor(produto, u"reducao_base"_s, quem);
+    const double bruto = Arredonda(valor.paraDouble() * quant.paraDouble(), 2);
+    try {
+        return Moeda(bruto);
+    } catch (const ErroExecucao&) {
+        throw ErroDaVenda(ErroEstouro,
+                          quem + u": valor total fora do limite \""_s + TextoNumero(bruto) + u'"');
+    }
+}
+
+} // namespace
+
+void VerificaVenda(Servidor& servidor, qint64 nNF) {
+    Conexoes& conexoes = servidor.conexoes;
+    const QString numero = QString::number(nNF);
+    const QString quem = u"Venda da NFC-e "_s + numero;
+    Registros venda;
+    conexoes.AbreConsulta(venda, u"SELECT nfce FROM vendas WHERE nfce = "_s + numero);
+    if (venda.Eof())
+        throw ErroExecucao(ErroSemRegistroAtual, u"Nenhuma venda com a NFC-e %1."_s.arg(numero));
+    conexoes.AbreConsulta(venda, u"SELECT * FROM vendas WHERE nfce = "_s + numero);
+    for (const QString& coluna : ColunasDaVenda())
+        Valor(venda, coluna, quem);
+
+    Registros itens;
+    conexoes.AbreConsulta(itens, u"SELECT * FROM itens WHERE nfce = "_s + numero +
+                                     u" AND situacao = 'N'"_s);
+    Moeda total;
+    bool algum = false;
+    for (; !itens.Eof(); itens.MoveNext()) {
+        if (itens.Texto(u"situacao"_s) != u"N") continue;
+        algum = true;
+        const Moeda bruto = VerificaItem(conexoes, itens);
+        try {
+            total += bruto;
+        } catch (const ErroExecucao&) {
+            throw ErroDaVenda(ErroEstouro, quem + u": total dos itens fora do limite"_s);
+        }
+    }
+    if (!algum) throw ErroDaVenda(ErroArgumentoInvalido, quem + u" não tem itens"_s);
+}
+
+} // namespace nfce
