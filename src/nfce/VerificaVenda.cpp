@@ -66,23 +66,26 @@ void VerificaVenda(Servidor& servidor, qint64 nNF) {
     if (venda.Eof())
         throw ErroExecucao(ErroSemRegistroAtual, u"Nenhuma venda com a NFC-e %1."_s.arg(numero));
     conexoes.AbreConsulta(venda, u"SELECT * FROM vendas WHERE nfce = "_s + numero);
+    // Every sum and difference of the document stays within the sum of the magnitudes.
+    Moeda magnitudes;
+    const auto soma = [&](Moeda valor) {
+        try {
+            magnitudes += valor < Moeda() ? -valor : valor;
+        } catch (const ErroExecucao&) {
+            throw ErroDaVenda(ErroEstouro, quem + u": soma dos valores fora do limite"_s);
+        }
+    };
     for (const QString& coluna : ColunasDaVenda())
-        Valor(venda, coluna, quem);
+        soma(Valor(venda, coluna, quem));
 
     Registros itens;
     conexoes.AbreConsulta(itens, u"SELECT * FROM itens WHERE nfce = "_s + numero +
                                      u" AND situacao = 'N'"_s);
-    Moeda total;
     bool algum = false;
     for (; !itens.Eof(); itens.MoveNext()) {
         if (itens.Texto(u"situacao"_s) != u"N") continue;
         algum = true;
-        const Moeda bruto = VerificaItem(conexoes, itens);
-        try {
-            total += bruto;
-        } catch (const ErroExecucao&) {
-            throw ErroDaVenda(ErroEstouro, quem + u": total dos itens fora do limite"_s);
-        }
+        soma(VerificaItem(conexoes, itens));
     }
     if (!algum) throw ErroDaVenda(ErroArgumentoInvalido, quem + u" não tem itens"_s);
 }

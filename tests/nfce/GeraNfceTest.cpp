@@ -185,6 +185,10 @@ TEST_P(GeraNfceTest, VendaQueNenhumDocumentoLevaNaoEscreveNada) {
          u"Item 1: valor fora do limite \"1e300\""_s},
         {u"dinheiro_troco"_s, u"UPDATE itens SET valor = '900000000000000'"_s,
          u"Item 1: valor total fora do limite \"1800000000000000\""_s},
+        {u"dinheiro_troco"_s,
+         u"UPDATE vendas SET Dinheiro = '-400000000000000';"
+         "UPDATE itens SET valor = '400000000000000'"_s,
+         u"Venda da NFC-e 1234: soma dos valores fora do limite"_s},
         {u"dinheiro_troco"_s, u"UPDATE vendas SET Dinheiro = '-1e300'"_s,
          u"Venda da NFC-e 1234: Dinheiro fora do limite \"-1e300\""_s},
     };
@@ -193,7 +197,8 @@ TEST_P(GeraNfceTest, VendaQueNenhumDocumentoLevaNaoEscreveNada) {
         Limpa();
         Carrega(caso);
         Executa(u"UPDATE vendas SET Desconto = 1"_s);
-        if (!mudanca.isEmpty()) Executa(mudanca);
+        for (const QString& comando : mudanca.split(u';', Qt::SkipEmptyParts))
+            Executa(comando);
         EXPECT_EQ(ErroDaVendaDe([&] { GeraNfceDaVenda(*s, 1234); }), mensagem);
         EXPECT_EQ(QDir(Validar()).entryList(QDir::Files | QDir::Hidden), QStringList());
         EXPECT_EQ(Conta(u"itens"_s, u"Desconto <> 0"_s), 0);
