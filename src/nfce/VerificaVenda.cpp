@@ -1,5 +1,6 @@
 #include "nfce/VerificaVenda.h"
 
+#include "nfce/CampoLimpo.h"
 #include "nfce/Documento.h"
 #include "nfce/Valores.h"
 #include "storage/ErroExecucao.h"
@@ -11,8 +12,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// A value as the message names it, on one line.
 QString Mostra(const QVariant& valor) {
-    return u'"' + valor.toString().left(40) + u'"';
+    return u'"' + CampoLimpo(valor.toString(), 40) + u'"';
+}
+
+// The product row of the item's code; none for a code beyond any product's.
+bool LeProduto(Conexoes& conexoes, const QVariant& codigo, Registros& produto) {
+    qint64 numero = 0;
+    try {
+        numero = InteiroDe(codigo);
+    } catch (const ErroExecucao& erro) {
+        if (erro.numero() != ErroEstouro) throw;
+        return false;
+    }
+    conexoes.AbreConsulta(produto,
+                          u"SELECT * FROM produtos WHERE codigo = "_s + QString::number(numero));
+    return !produto.Eof();
 }
 
 // The amount of column `coluna`; one beyond the money range is an error of the sale.
@@ -29,7 +45,7 @@ Moeda Valor(const Registros& rs, const QString& coluna, const QString& quem) {
 
 // The item's gross amount, as the item record computes it.
 Moeda VerificaItem(Conexoes& conexoes, const Registros& item) {
-    const QString quem = u"Item "_s + item.Texto(u"Item"_s).left(20);
+    const QString quem = u"Item "_s + CampoLimpo(item.Texto(u"Item"_s), 20);
     const Moeda quant = Valor(item, u"quant"_s, quem);
     if (quant <= Moeda())
         throw ErroDaVenda(ErroArgumentoInvalido,
@@ -38,9 +54,7 @@ Moeda VerificaItem(Conexoes& conexoes, const Registros& item) {
     Valor(item, u"Acrescimo"_s, quem);
     Valor(item, u"Desconto"_s, quem);
     Registros produto;
-    conexoes.AbreConsulta(produto, u"SELECT * FROM produtos WHERE codigo = "_s +
-                                       QString::number(InteiroDe(item.Campo(u"codprod"_s))));
-    if (produto.Eof())
+    if (!LeProduto(conexoes, item.Campo(u"codprod"_s), produto))
         throw ErroDaVenda(ErroArgumentoInvalido, quem + u": produto "_s +
                                                      Mostra(item.Campo(u"codprod"_s)) +
                                                      u" não existe"_s);

@@ -177,6 +177,8 @@ TEST_P(GeraNfceTest, VendaQueNenhumDocumentoLevaNaoEscreveNada) {
          u"Item 1: quantidade inválida \"-2\""_s},
         {u"dinheiro_troco"_s, u"UPDATE itens SET quant = 'abc'"_s,
          u"Item 1: quantidade inválida \"abc\""_s},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET quant = '0\r\nZ|'"_s,
+         u"Item 1: quantidade inválida \"0  Z \""_s},
         {u"dinheiro_troco"_s, u"UPDATE itens SET quant = NULL"_s,
          u"Item 1: quantidade inválida \"\""_s},
         {u"dinheiro_troco"_s, u"UPDATE itens SET codprod = 999"_s,
