@@ -55,9 +55,12 @@ void GuardaTextoDoXml(Servidor& s, const QString& xml) {
 
 void ImprimeDanfe(Servidor& s, const QString& chave) {
     const EstadoVenda& v = s.venda;
-    s.ambiente.IniciaPrograma(u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s + s.pasta + u"\\"_s +
-                              v.CnpjEmpresa + u"\\ENVIADO\\Autorizados\\"_s + v.MesAutorizados +
-                              u"\\"_s + chave + u"-procNFe.xml t=nfce"_s);
+    IniciaDanfe(s, s.pasta + u"\\"_s + v.CnpjEmpresa + u"\\ENVIADO\\Autorizados\\"_s +
+                       v.MesAutorizados + u"\\"_s + chave + u"-procNFe.xml"_s);
+}
+
+void IniciaDanfe(Servidor& s, const QString& xml) {
+    s.ambiente.IniciaPrograma(u"c:\\unimake\\uninfe\\uniDANFE.exe"_s, {u"a="_s + xml, u"t=nfce"_s});
 }
 
 bool CopiaContabil(Servidor& s, const QString& chave) {

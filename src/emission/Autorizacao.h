@@ -23,5 +23,7 @@ bool CopiaContabil(Servidor& s, const QString& chave);
 void CopiaParaContador(Servidor& s, const QString& chave);
 // Starts uniDANFE on the authorised XML without waiting for it.
 void ImprimeDanfe(Servidor& s, const QString& chave);
+// Starts uniDANFE on the NFC-e XML `xml`; its place is fixed, not a setting.
+void IniciaDanfe(Servidor& s, const QString& xml);
 
 } // namespace nfce

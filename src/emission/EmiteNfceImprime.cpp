@@ -2,6 +2,7 @@
 
 #include "contexto/Servidor.h"
 #include "emission/ArquivosDaVenda.h"
+#include "emission/Autorizacao.h"
 #include "emission/DesfechoDaJanela.h"
 #include "emission/Retorno.h"
 #include "nfce/GeraNfce.h"
@@ -28,11 +29,9 @@ void ImprimeContingencia(Servidor& s, const QString& numero) {
     const EstadoVenda& v = s.venda;
     const QString chave = s.painel.LblMens01;
     if (!ArquivoExiste(ArquivosDaVenda(s).XmlValidado(chave))) return;
-    // uniDANFE's place is fixed; it is not a setting.
     if (v.ImprimeCupom)
-        s.ambiente.IniciaPrograma(u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s + s.pasta + u"\\"_s +
-                                  v.CnpjEmpresa + u"\\Validar\\Validado\\"_s + chave +
-                                  u"-nfe.xml t=nfce"_s);
+        IniciaDanfe(s, s.pasta + u"\\"_s + v.CnpjEmpresa + u"\\Validar\\Validado\\"_s + chave +
+                           u"-nfe.xml"_s);
     s.conexoes.Executa(u"UPDATE vendas SET tempo = '"_s + u"8"_s + u"' WHERE cupom = "_s + numero);
     if (!v.VendaOrcamento) return;
     s.conexoes.Executa(u"UPDATE orcamento SET tempo = '"_s + v.TipoEmissao + u"', emitido = '"_s +

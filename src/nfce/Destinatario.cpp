@@ -1,3 +1,4 @@
+#include "nfce/CampoLimpo.h"
 #include "nfce/Documento.h"
 #include "nfce/Valores.h"
 #include "storage/Configuracao.h"
@@ -24,7 +25,7 @@ void EscreveDestinatario(DocumentoNfce& doc) {
     conexoes.AbreConsulta(venda, ConsultaVenda(doc));
     if (venda.Eof()) return;
     const qint64 codigo = InteiroDe(venda.Campo(u"cliente"_s));
-    const QString nome = Maiusculas(venda.Texto(u"nomecliente"_s));
+    const QString nome = CampoLimpo(Maiusculas(venda.Texto(u"nomecliente"_s)), 60);
     QString documento = venda.Texto(u"cgc"_s);
     // The walk-in customer (code 1) and the zeroed document stand for "not identified".
     if (Vazio(documento) || codigo < doc.variante.codigoClienteMinimo ||
@@ -37,7 +38,7 @@ void EscreveDestinatario(DocumentoNfce& doc) {
         if (!cliente.Eof()) documento = cliente.Texto(u"cgc"_s);
     }
     doc.Escreve(u"E|"_s + nome + u"|9||||"_s);
-    const QString digitos = LimpaTexto(documento);
+    const QString digitos = CampoLimpo(LimpaTexto(documento), 14);
     doc.Escreve((digitos.size() == 11 ? u"E03|"_s : u"E02|"_s) + digitos + u'|');
 }
 

@@ -33,6 +33,10 @@ struct DocumentoNfce {
     void Escreve(const QString& linha) { arquivo.Escreve(linha); }
 };
 
+// The amounts of the sale row that the document reads: its total, discount, surcharge and
+// payment columns.
+QStringList ColunasDaVenda();
+
 // The record writers, in the order of the file.
 void EscreveIdentificacao(DocumentoNfce& doc); // NOTAFISCAL, A, B
 void EscreveEmitente(DocumentoNfce& doc);      // C, C02, C05

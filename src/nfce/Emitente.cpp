@@ -1,3 +1,4 @@
+#include "nfce/CampoLimpo.h"
 #include "nfce/Documento.h"
 #include "nfce/Valores.h"
 #include "storage/Formatacao.h"
@@ -10,13 +11,16 @@ void EscreveEmitente(DocumentoNfce& doc) {
     const Empresa& e = doc.servidor.empresa;
     qint64 crt = InteiroDe(doc.servidor.LerConfig(u"REGIMETRIB"_s));
     if (crt == 0) crt = 1;
-    doc.Escreve(u"C|"_s + e.Nome + u"||"_s + LimpaTexto(e.Ie) + u"||||"_s + QString::number(crt) +
-                u'|');
-    doc.Escreve(u"C02|"_s + LimpaTexto(e.Cnpj) + u'|');
-    doc.Escreve(u"C05|"_s + Maiusculas(e.Endereco) + u'|' + Maiusculas(e.Numero) + u'|' +
-                Maiusculas(e.Complemento) + u'|' + Maiusculas(e.Bairro) + u'|' + e.CodMunicipio +
-                u'|' + Maiusculas(e.Cidade) + u'|' + Maiusculas(e.Uf) + u'|' + LimpaTexto(e.Cep) +
-                u"|1058|BRASIL|"_s + LimpaTexto(e.Telefone) + u'|');
+    doc.Escreve(u"C|"_s + CampoLimpo(e.Nome, 60) + u"||"_s + CampoLimpo(LimpaTexto(e.Ie), 14) +
+                u"||||"_s + QString::number(crt) + u'|');
+    doc.Escreve(u"C02|"_s + CampoLimpo(LimpaTexto(e.Cnpj), 14) + u'|');
+    doc.Escreve(u"C05|"_s + CampoLimpo(Maiusculas(e.Endereco), 60) + u'|' +
+                CampoLimpo(Maiusculas(e.Numero), 60) + u'|' +
+                CampoLimpo(Maiusculas(e.Complemento), 60) + u'|' +
+                CampoLimpo(Maiusculas(e.Bairro), 60) + u'|' + CampoLimpo(e.CodMunicipio, 7) + u'|' +
+                CampoLimpo(Maiusculas(e.Cidade), 60) + u'|' + CampoLimpo(Maiusculas(e.Uf), 2) +
+                u'|' + CampoLimpo(LimpaTexto(e.Cep), 8) + u"|1058|BRASIL|"_s +
+                CampoLimpo(LimpaTexto(e.Telefone), 14) + u'|');
 }
 
 } // namespace nfce

@@ -3,6 +3,7 @@
 #include "nfce/Documento.h"
 #include "nfce/Emissao.h"
 #include "nfce/Valores.h"
+#include "nfce/VerificaVenda.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Formatacao.h"
 
@@ -43,6 +44,7 @@ QString GeraNfce(Servidor& servidor, const QString& nfce, const VarianteGerador&
                            u"Número de NFC-e inválido: \"%1\""_s.arg(nfce.left(40)));
     const InstanteNfce instante = InstanteDaNfce(servidor, variante);
     const bool contingencia = EmContingencia(servidor, variante);
+    VerificaVenda(servidor, nNF);
     GravadorLinhas arquivo(CaminhoNfce(servidor, contingencia, nNF, instante.dataArquivo));
     DocumentoNfce doc{servidor, variante, nNF, contingencia, instante.data, instante.hora, arquivo};
     EscreveDocumento(doc);

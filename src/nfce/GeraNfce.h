@@ -15,8 +15,8 @@ namespace nfce {
 // Errors go to the caller and leave no file: 5 for a number below 1, 13 for a panel without
 // a valid date and time, 76 when the folder is missing, 75 when the file cannot be written,
 // 3021 when the sale does not exist, 11 when the sale has items but no base to spread its
-// discount over, 6 for an amount out of range, 3265 for a missing column, and the
-// database's own.
+// discount over, 3265 for a missing column, and the database's own. A sale no document can
+// carry (see VerificaVenda) raises ErroDaVenda before anything is written or changed.
 QString GeraNfce(Servidor& servidor, const QString& nfce,
                  const VarianteGerador& variante = VarianteGerador::Atual());
 

@@ -1,3 +1,4 @@
+#include "nfce/CampoLimpo.h"
 #include "nfce/Documento.h"
 #include "nfce/Valores.h"
 #include "storage/Formatacao.h"
@@ -24,9 +25,10 @@ void EscreveIdentificacao(DocumentoNfce& doc) {
     const QString tpAmb = QString::number(InteiroDe(doc.servidor.LerConfig(u"TMPAMBNFCE"_s)));
     // cNF and cDV stay empty: UniNFe fills them. verProc comes from a version text that is
     // never set, written as a blank amount: "0.00".
-    doc.Escreve(u"B|31||VENDA|65|"_s + Zeros(doc.servidor.empresa.Serie, 3) + u'|' +
-                Zeros(doc.nNF, 9) + u'|' + dhEmi + u"||1|1|"_s + doc.servidor.empresa.CodMunicipio +
-                u"|4|"_s + (contingencia ? u'9' : u'1') + u"||"_s + tpAmb + u"|1|1|1|0|0.00|"_s +
+    const Empresa& e = doc.servidor.empresa;
+    doc.Escreve(u"B|31||VENDA|65|"_s + CampoLimpo(Zeros(e.Serie, 3), 3) + u'|' + Zeros(doc.nNF, 9) +
+                u'|' + dhEmi + u"||1|1|"_s + CampoLimpo(e.CodMunicipio, 7) + u"|4|"_s +
+                (contingencia ? u'9' : u'1') + u"||"_s + tpAmb + u"|1|1|1|0|0.00|"_s +
                 (contingencia ? dhEmi : QString()) + u'|' +
                 (contingencia ? u"SEM CONEXAO COM A INTERNET OU SEFAZ"_s : QString()) + u'|');
 }

@@ -1,3 +1,4 @@
+#include "nfce/CampoLimpo.h"
 #include "nfce/Documento.h"
 #include "nfce/Valores.h"
 #include "storage/Configuracao.h"
@@ -34,11 +35,12 @@ void EscreveInformacoes(DocumentoNfce& doc) {
     const QString tributos =
         TextoRegional(Arredonda(doc.totais.vProd.paraDouble() * 18.00 / 100, 2));
     const QString espacos(5, u' ');
-    QString z = u"Z||TRIBUTOS (R$ "_s + tributos + u") FONTE: IBPT(18,00%)"_s + espacos +
-                u";OP.:"_s + operador + u'|';
-    if (!Vazio(s.venda.Vendedor)) z += u"Vend.: "_s + s.venda.Vendedor + espacos + u';';
-    z += Maiusculas(mensagens[0]) + espacos + u';' + Maiusculas(mensagens[1]) + espacos + u'|';
-    doc.Escreve(z);
+    const QString infCpl = u"TRIBUTOS (R$ "_s + tributos + u") FONTE: IBPT(18,00%)"_s + espacos +
+                           u";OP.:"_s + operador;
+    QString mensagem;
+    if (!Vazio(s.venda.Vendedor)) mensagem += u"Vend.: "_s + s.venda.Vendedor + espacos + u';';
+    mensagem += Maiusculas(mensagens[0]) + espacos + u';' + Maiusculas(mensagens[1]) + espacos;
+    doc.Escreve(u"Z||"_s + CampoLimpo(infCpl, 5000) + u'|' + CampoLimpo(mensagem, 5000) + u'|');
 }
 
 } // namespace nfce

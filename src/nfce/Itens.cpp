@@ -1,3 +1,4 @@
+#include "nfce/CampoLimpo.h"
 #include "nfce/Documento.h"
 #include "nfce/Icms.h"
 #include "nfce/Rateio.h"
@@ -39,17 +40,18 @@ void EscreveItem(DocumentoNfce& doc, const Registros& item) {
     const Moeda acrescimo = MoedaDe(item.Campo(u"Acrescimo"_s));
     const Moeda desconto = MoedaDe(item.Campo(u"Desconto"_s));
     const double vProd = Arredonda(valor * quant, 2);
-    const QString unidade = Maiusculas(produto.Texto(u"unidade"_s));
+    const QString unidade = CampoLimpo(Maiusculas(produto.Texto(u"unidade"_s)), 6);
     const QString quantidade = QuantPonto(quant);
     const QString unitario = Dinheiro(valor);
     // The item's share of the sale surcharge goes as freight, here and in the totals.
-    doc.Escreve(u"I|"_s + Zeros(produto.Campo(u"codigo"_s), 6) + u"|SEM GTIN|"_s +
-                Maiusculas(Apara(produto.Texto(u"nome"_s))) + u'|' +
-                Zeros(produto.Campo(u"ncm"_s), 8) + u"||"_s + produto.Texto(u"cest"_s) +
-                u"|||||"_s + produto.Texto(u"cfop"_s) + u'|' + unidade + u'|' + quantidade + u'|' +
-                unitario + u'|' + Dinheiro(vProd) + u"|SEM GTIN|"_s + unidade + u'|' + quantidade +
-                u'|' + unitario + u'|' + Dinheiro(acrescimo) + u"||"_s + Dinheiro(desconto) +
-                u"||1||||"_s);
+    doc.Escreve(u"I|"_s + CampoLimpo(Zeros(produto.Campo(u"codigo"_s), 6), 60) + u"|SEM GTIN|"_s +
+                CampoLimpo(Maiusculas(Apara(produto.Texto(u"nome"_s))), 120) + u'|' +
+                CampoLimpo(Zeros(produto.Campo(u"ncm"_s), 8), 8) + u"||"_s +
+                CampoLimpo(produto.Texto(u"cest"_s), 7) + u"|||||"_s +
+                CampoLimpo(produto.Texto(u"cfop"_s), 4) + u'|' + unidade + u'|' + quantidade +
+                u'|' + unitario + u'|' + Dinheiro(vProd) + u"|SEM GTIN|"_s + unidade + u'|' +
+                quantidade + u'|' + unitario + u'|' + Dinheiro(acrescimo) + u"||"_s +
+                Dinheiro(desconto) + u"||1||||"_s);
     doc.totais.vProd += Moeda(vProd);
     doc.totais.vDesc += desconto;
 

@@ -41,6 +41,13 @@ QString Outros(Moeda valor) {
 
 } // namespace
 
+QStringList ColunasDaVenda() {
+    QStringList colunas = {u"valor"_s, u"Desconto"_s, u"Acrescimo"_s};
+    for (const Forma& f : Formas)
+        colunas.append(f.coluna.toString());
+    return colunas;
+}
+
 void EscrevePagamentos(DocumentoNfce& doc) {
     Registros venda;
     doc.servidor.conexoes.AbreConsulta(venda,

@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <QTime>
 #include <functional>
 
@@ -37,8 +38,9 @@ public:
     // Yes/No question with No as the default; true means Yes.
     virtual bool Pergunta(const QString& texto, const QString& titulo) = 0;
 
-    // Starts a program from a command line without waiting for it; false when it could not start.
-    virtual bool IniciaPrograma(const QString& linhaDeComando) = 0;
+    // Starts `programa` with `argumentos`, each passed whole (spaces and all), without waiting
+    // for it; false when it could not start.
+    virtual bool IniciaPrograma(const QString& programa, const QStringList& argumentos) = 0;
 
     // One line for the log (time-stamped by the implementation).
     virtual void Registra(const QString& linha) = 0;

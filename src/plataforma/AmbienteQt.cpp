@@ -53,12 +53,11 @@ bool AmbienteQt::Pergunta(const QString& texto, const QString& titulo) {
     return false;
 }
 
-bool AmbienteQt::IniciaPrograma(const QString& linhaDeComando) {
-    QStringList partes = QProcess::splitCommand(linhaDeComando);
-    if (partes.isEmpty()) return false;
-    const QString programa = partes.takeFirst();
-    const bool iniciou = QProcess::startDetached(programa, partes);
-    if (!iniciou) Registra(QStringLiteral("Não foi possível iniciar: ") + linhaDeComando);
+bool AmbienteQt::IniciaPrograma(const QString& programa, const QStringList& argumentos) {
+    const bool iniciou = QProcess::startDetached(programa, argumentos);
+    if (!iniciou)
+        Registra(QStringLiteral("Não foi possível iniciar: ") + programa + u' ' +
+                 argumentos.join(u' '));
     return iniciou;
 }
 

@@ -21,7 +21,7 @@ public:
     void Posta(std::function<void()> evento) override;
     void MsgBox(const QString& texto, const QString& titulo, Icone icone) override;
     bool Pergunta(const QString& texto, const QString& titulo) override;
-    bool IniciaPrograma(const QString& linhaDeComando) override;
+    bool IniciaPrograma(const QString& programa, const QStringList& argumentos) override;
     QString BuscaUrl(const QString& url, int limiteMs) override;
     void Registra(const QString& linha) override;
 

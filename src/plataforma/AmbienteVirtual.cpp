@@ -75,8 +75,8 @@ bool AmbienteVirtual::Pergunta(const QString& texto, const QString& titulo) {
     return respostas.isEmpty() ? false : respostas.takeFirst();
 }
 
-bool AmbienteVirtual::IniciaPrograma(const QString& linhaDeComando) {
-    programasIniciados.append(linhaDeComando);
+bool AmbienteVirtual::IniciaPrograma(const QString& programa, const QStringList& argumentos) {
+    programasIniciados.append(QStringList{programa} + argumentos);
     return true;
 }
 

@@ -24,7 +24,7 @@ public:
     void Posta(std::function<void()> evento) override { Agenda(decorrido_, std::move(evento)); }
     void MsgBox(const QString& texto, const QString& titulo, Icone icone) override;
     bool Pergunta(const QString& texto, const QString& titulo) override;
-    bool IniciaPrograma(const QString& linhaDeComando) override;
+    bool IniciaPrograma(const QString& programa, const QStringList& argumentos) override;
     QString BuscaUrl(const QString& url, int limiteMs) override;
     void Registra(const QString& linha) override { registro.append(linha); }
 
@@ -48,8 +48,8 @@ public:
     QList<Mensagem> mensagens;
     QList<bool> respostas; // answers for Pergunta, first in first out; none left means No
     QStringList perguntas;
-    QStringList programasIniciados;
-    QHash<QString, QString> paginas; // url -> body; a missing url answers ""
+    QList<QStringList> programasIniciados; // each: the program, then its arguments
+    QHash<QString, QString> paginas;       // url -> body; a missing url answers ""
     QStringList registro;
 
 private:

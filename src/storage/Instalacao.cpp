@@ -32,16 +32,16 @@ const QStringList empresaExemplo = {
     QStringLiteral("CNPJ=11222333000181"),
     QStringLiteral("NOME=MERCADINHO EXEMPLO LTDA"),
     QStringLiteral("SERIE=1"),
-    QStringLiteral("CODMUNICIPIO=3550308"),
-    QStringLiteral("IE=111222333444"),
+    QStringLiteral("CODMUNICIPIO=3106200"),
+    QStringLiteral("IE=0623079040081"),
     QStringLiteral("ENDERECO=RUA DAS FLORES"),
     QStringLiteral("NUMERO=100"),
     QStringLiteral("COMPLEMENTO=LOJA 1"),
     QStringLiteral("BAIRRO=CENTRO"),
-    QStringLiteral("CIDADE=SAO PAULO"),
-    QStringLiteral("UF=SP"),
-    QStringLiteral("TELEFONE=1133334444"),
-    QStringLiteral("CEP=01001000"),
+    QStringLiteral("CIDADE=BELO HORIZONTE"),
+    QStringLiteral("UF=MG"),
+    QStringLiteral("TELEFONE=3133334444"),
+    QStringLiteral("CEP=30130000"),
 };
 
 void GravaConfiguracao(const QString& pasta) {

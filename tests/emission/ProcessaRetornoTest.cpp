@@ -58,9 +58,11 @@ TEST_P(ProcessaRetornoTest, Autorizacao) {
 }
 
 TEST_P(ProcessaRetornoTest, Reimpressao) {
-    const QString danfe = u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s + pasta.caminho() +
-                          u"\\18123456000104\\ENVIADO\\Autorizados\\112026\\"_s + Chave +
-                          u"-procNFe.xml t=nfce"_s;
+    const QStringList danfe = {u"c:\\unimake\\uninfe\\uniDANFE.exe"_s,
+                               u"a="_s + pasta.caminho() +
+                                   u"\\18123456000104\\ENVIADO\\Autorizados\\112026\\"_s + Chave +
+                                   u"-procNFe.xml"_s,
+                               u"t=nfce"_s};
     const std::tuple<QString, bool, bool, bool, int, int> casos[] = {
         // mode, print, XML in place, answer Yes, questions, prints
         {u"CP"_s, true, true, false, 0, 1},  {u"CP"_s, true, false, false, 0, 1},
@@ -77,7 +79,7 @@ TEST_P(ProcessaRetornoTest, Reimpressao) {
         Responde(Autorizacao);
         ProcessaRetorno(*s);
         EXPECT_EQ(ambiente.perguntas, QStringList(perguntas, u"Deseja Reimprimir o Cupom?"_s));
-        EXPECT_EQ(ambiente.programasIniciados, QStringList(impressoes, danfe))
+        EXPECT_EQ(ambiente.programasIniciados, QList<QStringList>(impressoes, danfe))
             << modo.toStdString();
     }
     // The XML that the reprint check saw is gone when the authorisation looks again.

@@ -46,11 +46,12 @@ TEST_P(EmiteNfceImprimeTest, RamoDeContingencia) {
         EmiteNfceImprime(*s, u"1001"_s);
         const QString chave = s->painel.LblMens01;
         ASSERT_EQ(chave.size(), 44);
-        EXPECT_EQ(ambiente.programasIniciados,
-                  QStringList(impresso, u"c:\\unimake\\uninfe\\uniDANFE.exe a="_s +
-                                            pasta.caminho() +
-                                            u"\\18123456000104\\Validar\\Validado\\"_s + chave +
-                                            u"-nfe.xml t=nfce"_s));
+        const QStringList danfe = {u"c:\\unimake\\uninfe\\uniDANFE.exe"_s,
+                                   u"a="_s + pasta.caminho() +
+                                       u"\\18123456000104\\Validar\\Validado\\"_s + chave +
+                                       u"-nfe.xml"_s,
+                                   u"t=nfce"_s};
+        EXPECT_EQ(ambiente.programasIniciados, QList<QStringList>(impresso, danfe));
         EXPECT_EQ(Texto(u"SELECT tempo FROM vendas WHERE cupom = 1001"_s), tempoDoCupom1001);
         EXPECT_EQ(Coluna(u"tempo"_s, 1001), u"5"_s);
         EXPECT_EQ(Colunas(u"orcamento WHERE cupom = 40"_s, u"emitido,cupomnfce"_s),

@@ -1,5 +1,6 @@
 #include "apoio/PastaPrograma.h"
 #include "apoio/Programa.h"
+#include "storage/Conexao.h"
 
 #include <QDir>
 #include <QFile>
@@ -34,6 +35,9 @@ TEST(ComandoGerar, EscreveOArquivoEMostraOCaminhoOuUmaLinhaDeErro) {
         {{u"gerar"_s, u"999"_s, u"--pasta"_s, demo},
          1,
          u"Nenhuma venda com a NFC-e 999. (erro 3021)\n"_s},
+        {{u"gerar"_s, u"1002"_s, u"--pasta"_s, demo},
+         1,
+         u"Item 2: quantidade inválida \"-1\" (erro 5)\n"_s},
         {{u"gerar"_s, u"1"_s, u"--pasta"_s, pasta.Caminho(u"vazia"_s)},
          1,
          u"Empresa.Bin (erro 53)\n"_s},
@@ -45,6 +49,9 @@ TEST(ComandoGerar, EscreveOArquivoEMostraOCaminhoOuUmaLinhaDeErro) {
     QDir().mkpath(pasta.Caminho(u"sem-banco"_s));
     for (const QString& nome : {u"Config.ini"_s, u"Empresa.Bin"_s})
         QFile::copy(demo + u'/' + nome, pasta.Caminho(u"sem-banco/"_s + nome));
+    Conexao loja(TipoBanco::Sqlite, demo + u"/loja.db"_s);
+    loja.Abre();
+    loja.Executa(u"UPDATE itens SET quant = -1 WHERE nfce = 1002 AND Item = 2"_s);
     for (const auto& [argumentos, esperado, trecho] : falhas) {
         const auto [status, saida, erro] = RodaServidor(argumentos);
         EXPECT_EQ(status, esperado);

@@ -46,7 +46,6 @@ TEST_P(GeraNfceTest, DocumentosIguaisAosModelos) {
     // Each sale of tests/dados, then changes that must leave the document as it is: the
     // walk-in customer, a zeroed document, code 0 and a blank document name no recipient.
     const std::vector<std::pair<QString, QStringList>> casos = {
-        {u"sem_itens"_s, {{}}},
         {u"tributos"_s, {{}}},
         {u"rateio_empate"_s, {{}}},
         {u"cartao_pix"_s, {{}}},
@@ -150,6 +149,68 @@ TEST_P(GeraNfceTest, FalhaNaoDeixaArquivoNaPasta) {
     EXPECT_EQ(ErroDe([&] { GeraNfce(*s, u"abc"_s); }).numero(), ErroArgumentoInvalido);
 }
 
+// The description of the error of the sale that `chamada` raises; "" when it raises none.
+QString ErroDaVendaDe(const std::function<void()>& chamada) {
+    try {
+        chamada();
+    } catch (const ErroDaVenda& erro) {
+        return erro.descricao();
+    }
+    return {};
+}
+
+TEST_P(GeraNfceTest, VendaQueNenhumDocumentoLevaNaoEscreveNada) {
+    // Text columns hold whatever a till typed; the sale's discount would be spread first.
+    for (const auto& [tabela, coluna] : {std::pair{u"itens"_s, u"quant"_s},
+                                         {u"itens"_s, u"valor"_s},
+                                         {u"vendas"_s, u"Dinheiro"_s}}) {
+        Executa(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(tabela, coluna));
+        Executa(u"ALTER TABLE %1 ADD COLUMN %2 LONGTEXT"_s.arg(tabela, coluna));
+    }
+    const QString semItens = u"Venda da NFC-e 1234 não tem itens"_s;
+    const std::tuple<QString, QString, QString> casos[] = {
+        {u"sem_itens"_s, {}, semItens},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET situacao = 'C'"_s, semItens},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET quant = '0'"_s,
+         u"Item 1: quantidade inválida \"0\""_s},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET quant = '-2'"_s,
+         u"Item 1: quantidade inválida \"-2\""_s},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET quant = 'abc'"_s,
+         u"Item 1: quantidade inválida \"abc\""_s},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET quant = '0\r\nZ|'"_s,
+         u"Item 1: quantidade inválida \"0  Z \""_s},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET quant = NULL"_s,
+         u"Item 1: quantidade inválida \"\""_s},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET codprod = 999"_s,
+         u"Item 1: produto \"999\" não existe"_s},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET valor = '1e300'"_s,
+         u"Item 1: valor fora do limite \"1e300\""_s},
+        {u"dinheiro_troco"_s, u"UPDATE itens SET valor = '900000000000000'"_s,
+         u"Item 1: valor total fora do limite \"1800000000000000\""_s},
+        {u"dinheiro_troco"_s,
+         u"UPDATE vendas SET Dinheiro = '-400000000000000';"
+         "UPDATE itens SET valor = '400000000000000'"_s,
+         u"Venda da NFC-e 1234: soma dos valores fora do limite"_s},
+        {u"dinheiro_troco"_s, u"UPDATE vendas SET Dinheiro = '-1e300'"_s,
+         u"Venda da NFC-e 1234: Dinheiro fora do limite \"-1e300\""_s},
+    };
+    for (const auto& [caso, mudanca, mensagem] : casos) {
+        SCOPED_TRACE(mudanca.toStdString());
+        Limpa();
+        Carrega(caso);
+        Executa(u"UPDATE vendas SET Desconto = 1"_s);
+        for (const QString& comando : mudanca.split(u';', Qt::SkipEmptyParts))
+            Executa(comando);
+        EXPECT_EQ(ErroDaVendaDe([&] { GeraNfceDaVenda(*s, 1234); }), mensagem);
+        EXPECT_EQ(QDir(Validar()).entryList(QDir::Files | QDir::Hidden), QStringList());
+        EXPECT_EQ(Conta(u"itens"_s, u"Desconto <> 0"_s), 0);
+    }
+    // The same check stands before each variant of the generator.
+    for (const VarianteGerador& variante : {VarianteGerador::Modulo(), VarianteGerador::Janela()})
+        EXPECT_EQ(ErroDaVendaDe([&] { GeraNfce(*s, u"1234"_s, variante); }),
+                  u"Venda da NFC-e 1234: Dinheiro fora do limite \"-1e300\""_s);
+}
+
 TEST_P(GeraNfceTest, EntradasHostisDaoOQueAsRegrasDizem) {
     // On the cash sale of 42.30: settings, statements, then a text expected in the file. The
     // first case empties product columns that later cases then read as nulls.
@@ -159,11 +220,10 @@ TEST_P(GeraNfceTest, EntradasHostisDaoOQueAsRegrasDizem) {
     const std::vector<std::tuple<QStringList, QString, QByteArray>> casos = {
         {{},
          texto.arg(u"produtos", u"ncm") + u';' + texto.arg(u"produtos", u"CST") + u';' +
-             texto.arg(u"produtos", u"unidade") + u';' + texto.arg(u"itens", u"quant") + u';' +
-             texto.arg(u"vendas", u"cliente") + u';' + texto.arg(u"vendas", u"Dinheiro") +
-             u";UPDATE vendas SET cgc = '1', Dinheiro = 50"_s,
-         "|3133334444|\r\nH|1||\r\nI|000001|SEM GTIN|ARROZ TIPO 1 5KG|00000000|||||||5102||0.000|"
-         "21.15|0.00|SEM GTIN||0.000|21.15|0.00||0.00||1||||\r\nM||\r\nN|\r\nQ|\r\n"},
+             texto.arg(u"produtos", u"unidade") + u';' + texto.arg(u"vendas", u"cliente") + u';' +
+             texto.arg(u"vendas", u"Dinheiro") + u";UPDATE vendas SET cgc = '1', Dinheiro = 50"_s,
+         "|3133334444|\r\nH|1||\r\nI|000001|SEM GTIN|ARROZ TIPO 1 5KG|00000000|||||||5102||2.000|"
+         "21.15|42.30|SEM GTIN||2.000|21.15|0.00||0.00||1||||\r\nM||\r\nN|\r\nQ|\r\n"},
         {{}, u"UPDATE vendas SET Dinheiro = '50,00'"_s, "DINHEIRO|50.00|||||\r\nYA09|7.70|\r\n"},
         {{}, u"UPDATE vendas SET Dinheiro = '1.000,00'"_s, "|1000.00|||||\r\nYA09|957.70|\r\n"},
         {{}, u"UPDATE vendas SET Dinheiro = NULL"_s, "X|9|\r\nYA|1|99|OUTROS|42.30|||||\r\nZ|"},
@@ -177,7 +237,10 @@ TEST_P(GeraNfceTest, EntradasHostisDaoOQueAsRegrasDizem) {
          texto.arg(u"produtos", u"nome") +
              u";UPDATE produtos SET nome = ' a|b ''c'' \"d\" \u20ac\u0141\U0001F600\u00b5\u00df\x01%1'"_s
                  .arg(QString(100000, u'x')),
-         "|SEM GTIN|A|B 'C' \"D\" \x80??\xb5\xdf\x01" + QByteArray(100000, 'X') + "|00000000|"},
+         "|SEM GTIN|A B 'C' \"D\" \x80\xb5\xdf " + QByteArray(104, 'X') + "|00000000|"},
+        {{},
+         u"UPDATE produtos SET nome = 'arroz\r\nI|999|X\t', unidade = 'un|x'"_s,
+         "\r\nI|000001|SEM GTIN|ARROZ  I 999 X |00000000|||||||5102|UN X|2.000|"},
         {{u"TMPAMBNFCE=abc"_s, u"REGIMETRIB=3|x"_s}, {}, "|4|9||0|1|1|1|0" + bc.toLatin1() + "3|"},
         {{u"TMPAMBNFCE=2.9"_s, u"REGIMETRIB="_s}, {}, "|4|9||2|1|1|1|0" + bc.toLatin1() + "1|"},
     };
@@ -191,6 +254,9 @@ TEST_P(GeraNfceTest, EntradasHostisDaoOQueAsRegrasDizem) {
         const QByteArray gerado = Gerado(GeraNfceDaVenda(*s, 1234));
         EXPECT_TRUE(gerado.contains(esperado)) << gerado.left(3000).data();
     }
+    // The company record's texts are cleaned the same way.
+    s->empresa.Endereco = u"rua|x\r\nC|1"_s;
+    EXPECT_TRUE(Gerado(GeraNfce(*s, u"1234"_s)).contains("\r\nC05|RUA X  C 1|1148|"));
     Configura({u"TMPAMBNFCE="_s + QString(100000, u'7')});
     EXPECT_EQ(ErroDe([&] { GeraNfce(*s, u"1234"_s); }).numero(), ErroEstouro);
 }

@@ -4,6 +4,7 @@
 #include "storage/Configuracao.h"
 
 #include <QDir>
+#include <QFile>
 #include <gtest/gtest.h>
 
 namespace nfce::teste {
@@ -34,14 +35,14 @@ TEST(LinhaDeComando, UsoErradoExplicaASintaxe) {
 
 TEST(LinhaDeComando, EmpresaGravaEMostraORegistro) {
     PastaPrograma pasta;
-    const QByteArray dados = "CNPJ=18123456000104\nNOME=LOJA 'A' | \"B\"\n\nSERIE=7\n";
+    const QByteArray dados = "CNPJ=18123456000104\nNOME=LOJA 'A'; \"B\"\n\nSERIE=7\n";
     const Execucao gravar = RodaServidor({u"empresa"_s, pasta.caminho()}, dados);
     ASSERT_EQ(gravar.status, 0) << gravar.erro.toStdString();
-    EXPECT_EQ(LerEmpresa(pasta.caminho(), u"NOME"_s), u"LOJA 'A' | \"B\""_s);
+    EXPECT_EQ(LerEmpresa(pasta.caminho(), u"NOME"_s), u"LOJA 'A'; \"B\""_s);
 
     const Execucao mostrar = RodaServidor({u"empresa"_s, pasta.caminho(), u"--mostrar"_s});
     EXPECT_EQ(mostrar.status, 0);
-    EXPECT_EQ(mostrar.saida, u"CNPJ=18123456000104\nNOME=LOJA 'A' | \"B\"\nSERIE=7\n"_s);
+    EXPECT_EQ(mostrar.saida, u"CNPJ=18123456000104\nNOME=LOJA 'A'; \"B\"\nSERIE=7\n"_s);
 }
 
 TEST(LinhaDeComando, ErrosDeEmpresaNumaLinha) {
@@ -49,6 +50,13 @@ TEST(LinhaDeComando, ErrosDeEmpresaNumaLinha) {
     EsperaFalha(RodaServidor({u"empresa"_s, pasta.caminho(), u"--mostrar"_s}), 1, u"(erro 53)"_s);
     EsperaFalha(RodaServidor({u"empresa"_s, pasta.caminho()}, "CIDADE=SÃO PAULO\n"), 1,
                 u"(erro 5)"_s);
+    // A bar or a control character would break every document: refused, nothing written.
+    const QByteArray recusados[] = {"CNPJ=1\nENDERECO=RUA|X\n", "NOME=A\tB\n", "NOME=A\rB\nX=1\n",
+                                    QByteArray("NOME=A\0B\n", 9), "A\x01=1\n"};
+    for (const QByteArray& dados : recusados) {
+        EsperaFalha(RodaServidor({u"empresa"_s, pasta.caminho()}, dados), 1, u"(erro 5)"_s);
+        EXPECT_FALSE(QFile::exists(pasta.Caminho(u"Empresa.Bin"_s))) << dados.toStdString();
+    }
     EsperaFalha(RodaServidor({u"empresa"_s, pasta.Caminho(u"falta/aqui"_s)}, "A=1\n"), 1,
                 u"(erro 75)"_s);
     pasta.EscreveArquivo(u"Empresa.Bin"_s, QByteArray("\x01\x02\0", 3));

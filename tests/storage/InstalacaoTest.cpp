@@ -41,6 +41,8 @@ TEST(CriaPastaPrograma, PastaProntaParaOServidorComOuSemExemplos) {
         EXPECT_EQ(LerConfig(p, chave), valor) << chave.toStdString();
     const Empresa empresa = CarregaEmpresa(p);
     EXPECT_EQ(empresa.Cnpj + empresa.Serie, u"11222333000181001"_s);
+    // The documents carry the state code 31: the sample shop is in Minas Gerais.
+    EXPECT_EQ(empresa.Uf + u' ' + empresa.CodMunicipio.left(2), u"MG 31"_s);
     EXPECT_TRUE(PastaExiste(p + u"/11222333000181/Contabilidade/112026"_s));
 
     AmbienteVirtual ambiente;

@@ -17,6 +17,6 @@ INSERT INTO produtos (codigo, nome, ncm, cest, cfop, unidade, CST, icms, reducao
     (13, 'Vela decorativa', '34060000', '', '5102', 'un', 5, 0, 0);
 INSERT INTO clientes (codigo, nome, cgc) VALUES
     (25, 'Maria D''Ávila', '123.456.789-09'),
-    (30, 'Mercadinho São José Ltda', '18.123.456/0001-90');
+    (30, 'Mercadinho São José Ltda', '18.123.456/0001-04');
 INSERT INTO empresa (mens1, mens2) VALUES ('Obrigado pela preferência', 'Volte sempre');
 INSERT INTO caixas (nome) VALUES ('Maria');

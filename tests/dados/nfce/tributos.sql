@@ -1,7 +1,7 @@
--- Every tax code, a cancelled item (4), an unknown code (13), a product that does not exist
--- (999), a weighed item and a quantity over a thousand; a customer with CPF; exact cash.
+-- Every tax code, a cancelled item (4), an unknown code (13), a weighed item and a quantity
+-- over a thousand; a customer with CPF; exact cash.
 INSERT INTO vendas (nfce, cupom, data, hora, valor, Dinheiro, cliente, nomecliente, cgc)
-    VALUES (1234, 77, '2026-11-15', '10:20:30', 336.28, 336.28, 25, 'Maria D''Ávila',
+    VALUES (1234, 77, '2026-11-15', '10:20:30', 333.78, 333.78, 25, 'Maria D''Ávila',
             '123.456.789-09');
 INSERT INTO itens (nfce, cupom, Item, codprod, quant, valor, valortotal, situacao) VALUES
     (1234, 77, 1, 1, 3, 1.99, 5.97, 'N'),
@@ -17,5 +17,4 @@ INSERT INTO itens (nfce, cupom, Item, codprod, quant, valor, valortotal, situaca
     (1234, 77, 11, 10, 2, 2.59, 5.18, 'N'),
     (1234, 77, 12, 12, 1234.5, 0.10, 123.45, 'N'),
     (1234, 77, 13, 13, 1, 5.00, 5.00, 'N'),
-    (1234, 77, 14, 999, 1, 2.50, 2.50, 'N'),
     (1234, 77, 15, 11, 1, 22.90, 22.90, 'N');
