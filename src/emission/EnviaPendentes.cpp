@@ -112,17 +112,18 @@ private:
         try {
             return Venda();
         } catch (const ErroExecucao& erro) {
-            const bool daVenda = ErroDeUmaVenda(erro) && rs.Aberto();
-            if (!daVenda && erro.numero() != ErroDiscoCheio) throw;
-            AnotaErroNaVenda(s, nfce, erro);
-            LimpaMensagens();
+            const bool daVenda = ErroDeUmaVenda(erro) && rs.Aberto() && !nfce.isEmpty();
+            if (daVenda || (erro.numero() == ErroDiscoCheio && !nfce.isEmpty()))
+                AnotaErroNaVenda(s, nfce, erro);
             if (!daVenda) throw;
+            LimpaMensagens();
         }
         return Proxima();
     }
 
     // One row; false ends the pass.
     bool Venda() {
+        nfce.clear();
         s.ambiente.DoEvents();
         Aguarda(0.5);
         if (rs.RecordCount() == 0) return false;
