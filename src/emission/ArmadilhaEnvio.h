@@ -20,8 +20,8 @@ bool InterrompeOPasso(const ErroExecucao& erro);
 // on with the next sale. The others end the pass.
 bool ErroDeUmaVenda(const ErroExecucao& erro);
 
-// The end of a pass: a log line; the database and the disk also get one message on screen,
-// as does an error the trap would show.
+// A silent number: a log line (the pass ends). The database or the disk: a log line and one
+// message (the pass ends). Any other: the message box (the pass goes on).
 void TrataErroEnvio(Servidor& s, const ErroExecucao& erro);
 
 // Records `erro` on the sale of NFC-e `nfce` (the row's text) and in the log. An ErroDaVenda
