@@ -13,6 +13,10 @@ QString ArquivosDaVenda::DaEmpresa(const QString& relativo) const {
     return Caminho(s.pasta, s.venda.CnpjEmpresa + u"\\"_s + relativo);
 }
 
+QString ArquivosDaVenda::DaPastaDaEmpresa(const QString& relativo) const {
+    return Caminho(s.pasta, s.empresa.Cnpj + u"\\"_s + relativo);
+}
+
 QString ArquivosDaVenda::NoRetorno(const QString& nome) const {
     return DaEmpresa(u"RETORNO\\"_s + nome);
 }

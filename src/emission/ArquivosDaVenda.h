@@ -14,6 +14,9 @@ struct ArquivosDaVenda {
 
     // A file of the company folder, `relativo` written with "\" as the system writes it.
     QString DaEmpresa(const QString& relativo) const;
+    // The same below the company folder known from start-up, for the steps that come before
+    // the sale's document is written.
+    QString DaPastaDaEmpresa(const QString& relativo) const;
     QString NoRetorno(const QString& nome) const;
     QString NoEnvio(const QString& nome) const;
 

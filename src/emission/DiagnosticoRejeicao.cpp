@@ -8,6 +8,8 @@
 #include "storage/Registros.h"
 #include "storage/Sql.h"
 
+#include <optional>
+
 namespace nfce {
 
 using namespace Qt::StringLiterals;
@@ -109,9 +111,14 @@ const Regra Regras[] = {
      true},
 };
 
-// The product code of the item the reason names, read as stored. The lookup is trusted to
-// find a row; when it finds none the read raises ErroSemRegistroAtual.
-QString ProdutoDoItem(Servidor& s, const LinhaProtocolo& linha, const Regra& regra) {
+// SEFAZ's reason: the field after the one holding the code.
+QString MotivoDaLinha(const LinhaProtocolo& linha, const Regra& regra) {
+    return linha.Campo(linha.Campo(5) == QLatin1String(regra.codigo) ? 6 : 7).left(LarguraTexto);
+}
+
+// The product code of the item the reason names, read as stored; none when the number cut at
+// the fixed position names no item of the sale (the states word the reason differently).
+std::optional<QString> ProdutoDoItem(Servidor& s, const LinhaProtocolo& linha, const Regra& regra) {
     QString sql = u"SELECT cupom, item, codprod FROM itens"_s + OndeCupom(s.venda);
     if (regra.item.posicao >= 0) {
         const bool noCampo7 =
@@ -121,6 +128,7 @@ QString ProdutoDoItem(Servidor& s, const LinhaProtocolo& linha, const Regra& reg
     }
     Registros itens;
     s.conexoes.AbreConsulta(itens, sql);
+    if (itens.Eof()) return std::nullopt;
     return itens.Texto(u"codprod"_s);
 }
 
@@ -146,11 +154,16 @@ void Aplica(Servidor& s, const LinhaProtocolo& linha, const Regra& regra, QStrin
                            OndeCupom(s.venda));
         break;
     case Tratamento::Produto: {
-        const QString produto = ProdutoDoItem(s, linha, regra);
+        const std::optional<QString> produto = ProdutoDoItem(s, linha, regra);
         const bool comCodigo = regra.item.posicao >= 0;
-        mensagem = comCodigo ? texto + produto : texto;
-        const QString erro = QString::fromUtf8(regra.erro) +
-                             (comCodigo ? (regra.zeros ? Zeros(produto, 6) : produto) : QString());
+        QString erro = MotivoDaLinha(linha, regra);
+        if (produto) {
+            mensagem = comCodigo ? texto + *produto : texto;
+            erro = QString::fromUtf8(regra.erro) +
+                   (comCodigo ? (regra.zeros ? Zeros(*produto, 6) : *produto) : QString());
+        } else {
+            mensagem = erro;
+        }
         s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + EscapaTexto(erro) +
                            u"', tempo = '0'"_s + OndeCupom(s.venda));
         break;

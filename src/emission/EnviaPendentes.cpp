@@ -73,11 +73,10 @@ public:
         try {
             if (!Abre()) return;
             while (!rs.Eof())
-                if (!Venda()) return;
+                if (!VendaSobArmadilha()) return;
             rs.Fecha();
             s.ambiente.Aguarda(0.01);
             s.ambiente.DoEvents();
-        } catch (const SaidaSilenciosa&) {
         } catch (const ErroExecucao& erro) {
             TrataErroEnvio(s, erro);
         }
@@ -107,12 +106,28 @@ private:
         return rs.RecordCount() != 0;
     }
 
+    // An error of this sale's own is recorded on it and the pass goes on with the next row; a
+    // full disk is recorded too, and ends the pass like every other error.
+    bool VendaSobArmadilha() {
+        try {
+            return Venda();
+        } catch (const ErroExecucao& erro) {
+            const bool daVenda = ErroDeUmaVenda(erro) && rs.Aberto() && !nfce.isEmpty();
+            if (daVenda || (erro.numero() == ErroDiscoCheio && !nfce.isEmpty()))
+                AnotaErroNaVenda(s, nfce, erro);
+            if (!daVenda) throw;
+            LimpaMensagens();
+        }
+        return Proxima();
+    }
+
     // One row; false ends the pass.
     bool Venda() {
+        nfce.clear();
         s.ambiente.DoEvents();
         Aguarda(0.5);
         if (rs.RecordCount() == 0) return false;
-        if (!LeLinha()) return false;
+        LeLinha();
         PedeEAguardaChave();
         LimpaAnteriores();
         Gera();
@@ -126,23 +141,28 @@ private:
         return Proxima();
     }
 
-    // The row into the panel and the sale's state; false for a sale without a date.
-    bool LeLinha() {
+    // The row into the panel and the sale's state. A sale without a date or a time cannot be
+    // emitted until someone corrects it.
+    void LeLinha() {
         nfce = rs.Texto(u"nfce"_s);
         const QString texto = rs.Texto(u"data"_s);
         dia = rs.Data(u"data"_s);
         s.painel.lblData = dia.isValid() ? dia.toString(u"dd/MM/yyyy") : texto;
         LimpaMensagens();
-        if (Vazio(texto)) return false;
-        if (!dia.isValid())
-            throw ErroExecucao(
-                ErroTipoIncompativel,
-                u"Data inválida na venda da NFC-e %1: \"%2\""_s.arg(nfce, texto.left(40)));
+        if (!dia.isValid()) throw ErroDaVenda(ErroTipoIncompativel, Invalido(u"data"_s, texto));
         s.painel.LblMens02 = u"Aguarde Gerando NFC-e"_s;
         s.venda.NumNfce = Longo(rs, u"nfce"_s);
         s.venda.NumCupom = cupom = Longo(rs, u"cupom"_s);
-        s.painel.lblHora = rs.Hora(u"hora"_s).toString(u"HH:mm:ss");
-        return true;
+        const QTime hora = rs.Hora(u"hora"_s);
+        if (!hora.isValid())
+            throw ErroDaVenda(ErroTipoIncompativel, Invalido(u"hora"_s, rs.Texto(u"hora"_s)));
+        s.painel.lblHora = hora.toString(u"HH:mm:ss");
+    }
+
+    static QString Invalido(const QString& campo, const QString& texto) {
+        if (Vazio(texto)) return u"Venda sem %1: corrija a %1 da venda para enviá-la"_s.arg(campo);
+        return u"A %1 da venda não é válida (\"%2\"): corrija-a para enviá-la"_s.arg(
+            campo, texto.left(40));
     }
 
     void PedeEAguardaChave() {
@@ -164,12 +184,15 @@ private:
         });
     }
 
-    // Answers of an earlier attempt with this key would be read as this one's.
+    // Answers of an earlier attempt with this key would be read as this one's. The document is
+    // not written yet, so the company folder is the one known from start-up.
     void LimpaAnteriores() {
-        SobArmadilha(
-            s, [&] { Apaga(arquivos.DaEmpresa(u"Retorno\\"_s + Chave() + u"-num-lot.txt"_s)); });
-        SobArmadilha(
-            s, [&] { Apaga(arquivos.DaEmpresa(u"Retorno\\"_s + Chave() + u"-num-lot.xml"_s)); });
+        SobArmadilha(s, [&] {
+            Apaga(arquivos.DaPastaDaEmpresa(u"Retorno\\"_s + Chave() + u"-num-lot.txt"_s));
+        });
+        SobArmadilha(s, [&] {
+            Apaga(arquivos.DaPastaDaEmpresa(u"Retorno\\"_s + Chave() + u"-num-lot.xml"_s));
+        });
         Aguarda(0.5);
         if (ArquivoExiste(Validado())) {
             Aguarda(0.5);
@@ -178,7 +201,7 @@ private:
     }
 
     QString Validado() {
-        return arquivos.DaEmpresa(u"Validar\\Validado\\"_s + Chave() + u"-nfe.xml"_s);
+        return arquivos.DaPastaDaEmpresa(u"Validar\\Validado\\"_s + Chave() + u"-nfe.xml"_s);
     }
 
     void Gera() {

@@ -23,10 +23,12 @@ QString DescreveDesfecho(const DesfechoDaVenda& desfecho);
 
 // One pass of the automatic sender over every pending sale, oldest sale number first: key
 // request, NFC-e text, UniNFe's answers, and tempo = 1, enviotime = 1 for a finished outcome.
-// The pass ends after the last row, at the first sale without a date, when a pass started
-// inside it has closed the rows, or silently on the trap's silent errors; any other error is
-// shown and the pass goes on. `aoTerminar` hears of every sale that reached the outcome test
-// (in this pass and in the passes it starts itself).
+// The pass ends after the last row, when a pass started inside it has closed the rows,
+// silently on the trap's silent errors, or with one message when the database refuses a
+// statement or the disk is full. An error of one sale's own data (see ErroDeUmaVenda) is
+// recorded on that sale and the pass goes on; any other error is shown and the pass goes on
+// with the next step. `aoTerminar` hears of every sale that reached the outcome test (in this
+// pass and in the passes it starts itself).
 void EnviaPendentes(Servidor& s, const AoTerminarVenda& aoTerminar = {});
 
 // The selection of the pending sales, as the system sends it.

@@ -1,6 +1,7 @@
 #include "emission/EnviaTodos.h"
 
 #include "contexto/Servidor.h"
+#include "emission/ArmadilhaEnvio.h"
 #include "emission/ArquivosDaVenda.h"
 #include "emission/DesfechoDaJanela.h"
 #include "emission/EmiteNfceImprime.h"
@@ -50,7 +51,8 @@ qint64 NumeroDaFila(const QString& texto) {
     return numero;
 }
 
-// Raises ErroSemRegistroAtual when the sale is gone or already finished.
+// Raises ErroSemRegistroAtual when the sale is gone or already finished, and ErroDaVenda when
+// it has no date or no time.
 VendaDaFila LeVenda(Servidor& s, qint64 numero) {
     Registros rs;
     s.conexoes.AbreConsulta(rs, u"SELECT * FROM vendas WHERE nfce = "_s + QString::number(numero) +
@@ -63,6 +65,9 @@ VendaDaFila LeVenda(Servidor& s, qint64 numero) {
     venda.chave = rs.Texto(u"chave"_s).trimmed();
     venda.data = rs.Data(u"data"_s);
     venda.hora = rs.Hora(u"hora"_s).toString(u"HH:mm:ss");
+    if (!venda.data.isValid() || venda.hora.isEmpty())
+        throw ErroDaVenda(ErroTipoIncompativel,
+                          u"Venda sem data ou hora válida: corrija-a para enviá-la"_s);
     rs.Fecha();
     return venda;
 }
@@ -82,13 +87,20 @@ void Reenvia(Servidor& s, const VendaDaFila& venda) {
         s.ambiente.Registra(u"Não foi possível reenviar "_s + validado);
 }
 
-// One sale of the list; true when the next one follows.
-bool EnviaPrimeira(Servidor& s, QSet<qint64>& concluidas) {
-    const QString primeiro = PrimeiroDaFila(s);
-    if (primeiro.isEmpty()) return false;
-    const qint64 numero = NumeroDaFila(primeiro);
-    // A finished sale still first in the list means it was not marked: stop, not loop.
-    if (concluidas.contains(numero)) return false;
+// The list goes on after a finished sale, and after one whose own data failed (recorded on
+// it); true when the next one follows.
+bool Segue(Servidor& s) {
+    s.painel.TimerVendasAtivo = true;
+    ConsultaGrid(s);
+    if (PrimeiroDaFila(s).isEmpty()) return false;
+    s.ambiente.Aguarda(0.03);
+    ConsultaGrid(s);
+    s.ambiente.Aguarda(0.03);
+    return true;
+}
+
+// The sale of list number `numero`; true when the next one follows.
+bool EnviaVenda(Servidor& s, qint64 numero, QSet<qint64>& concluidas) {
     const VendaDaFila venda = LeVenda(s, numero);
     s.painel.lblData = venda.data.toString(u"dd/MM/yyyy");
     s.painel.lblHora = venda.hora;
@@ -109,13 +121,24 @@ bool EnviaPrimeira(Servidor& s, QSet<qint64>& concluidas) {
     if (!DesfechoFinal(desfecho, true)) return false;
     ConcluiVenda(s, s.painel.LblMens01, venda.nfce, desfecho);
     concluidas.insert(numero);
-    s.painel.TimerVendasAtivo = true;
-    ConsultaGrid(s);
-    if (PrimeiroDaFila(s).isEmpty()) return false;
-    s.ambiente.Aguarda(0.03);
-    ConsultaGrid(s);
-    s.ambiente.Aguarda(0.03);
-    return true;
+    return Segue(s);
+}
+
+// One sale of the list; true when the next one follows.
+bool EnviaPrimeira(Servidor& s, QSet<qint64>& concluidas) {
+    const QString primeiro = PrimeiroDaFila(s);
+    if (primeiro.isEmpty()) return false;
+    const qint64 numero = NumeroDaFila(primeiro);
+    // A finished sale still first in the list means it was not marked: stop, not loop.
+    if (concluidas.contains(numero)) return false;
+    try {
+        return EnviaVenda(s, numero, concluidas);
+    } catch (const ErroExecucao& erro) {
+        if (!ErroDeUmaVenda(erro) || erro.numero() == ErroSemRegistroAtual) throw;
+        AnotaErroNaVenda(s, QString::number(numero), erro);
+    }
+    concluidas.insert(numero);
+    return Segue(s);
 }
 
 bool Silencioso(int numero) {

@@ -1,6 +1,5 @@
 #include "CenarioRetorno.h"
 
-#include "apoio/Erros.h"
 #include "emission/Retorno.h"
 
 namespace nfce::teste {
@@ -119,8 +118,8 @@ TEST_P(DiagnosticoRejeicaoTest, TabelaDeCodigos) {
     }
 }
 
-// The item is cut by position: other wordings name item 0, which the lookup does not find,
-// and the error reaches the caller before anything is stored.
+// The item is cut by position: other wordings name item 0, which the lookup does not find.
+// The sale then keeps SEFAZ's own reason and the state its code gives.
 TEST_P(DiagnosticoRejeicaoTest, ItemNaoEncontrado) {
     for (const char* linha : {"778;Rejeicao: Informado NCM inexistente [nItem:9]",
                               "725;Rejeicao: NFC-e com CFOP invalido[nItem:3]",
@@ -128,10 +127,11 @@ TEST_P(DiagnosticoRejeicaoTest, ItemNaoEncontrado) {
                               "+383;Rejeicao: Item com CSOSN indevido [nItem:3]",
                               "806;Rejeicao: Operacao com ICMS-ST sem informacao do CEST"}) {
         const bool semItens = linha[0] == '8';
-        EXPECT_EQ(ErroDe([&] { Processa(linha, u"VENDA"_s, semItens); }).numero(),
-                  ErroSemRegistroAtual)
+        const QString motivo = QString::fromLatin1(linha).section(u';', 1);
+        EXPECT_EQ(Processa(linha, u"VENDA"_s, semItens), motivo);
+        const char* enviotime = linha[0] == '+' ? "0" : "1";
+        EXPECT_EQ(DaVenda(u"erro,tempo,enviotime"_s), motivo + u"|0|"_s + QLatin1String(enviotime))
             << linha;
-        EXPECT_EQ(DaVenda(u"erro,tempo"_s), u"|5"_s);
     }
 }
 

@@ -2,6 +2,7 @@
 #include "apoio/LojaComUniNfe.h"
 #include "emission/EnviaPendentes.h"
 #include "falhas/MariaDbPrivado.h"
+#include "storage/ErroExecucao.h"
 #include "storage/Formatacao.h"
 
 #include <QDir>
@@ -257,6 +258,59 @@ TEST_P(UniNfeParado, VendasEsperamVariasPassagensESaemQuandoEleVolta) {
 }
 
 INSTANTIATE_TEST_SUITE_P(falhas, UniNfeParado, ::testing::ValuesIn(Motores()), NomeDoMotor);
+
+class FalhaNaVenda : public FalhaNoEnvio {};
+
+// Something fails while the first of two sales is handled. An error of the sale's own data
+// takes it out of the queue and the pass goes on; a full disk or a database that refuses
+// writes ends the pass with one message, both sales wait, and the next pass sends them.
+TEST_P(FalhaNaVenda, SoAVendaOuAPassagemInteira) {
+    struct Caso {
+        const char* nome;
+        std::function<void()> falha;
+        QString erro;   // part of the first sale's erro
+        QString estado; // of the first sale afterwards
+        bool paraAPassagem;
+    };
+    const QString somenteLeitura =
+        EmSqlite() ? u"PRAGMA query_only = ON"_s : u"SET SESSION TRANSACTION READ ONLY"_s;
+    const std::vector<Caso> casos = {
+        {"sale's own data", [] { throw ErroDaVenda(ErroArgumentoInvalido, u"Venda sem itens"_s); },
+         u"Venda sem itens"_s, u"0/1"_s, false},
+        {"disk full", [] { throw ErroExecucao(ErroDiscoCheio, u"Disco cheio"_s); },
+         u"Disco cheio"_s, u"5/0"_s, true},
+        {"database read-only", [&] { s->conexoes.Executa(somenteLeitura); }, QString(), u"5/0"_s,
+         true},
+    };
+    int n = 0;
+    for (const Caso& c : casos) {
+        SCOPED_TRACE(c.nome);
+        n += 10;
+        Venda(n + 1, n + 1);
+        Venda(n + 2, n + 2);
+        ambiente.mensagens.clear();
+        ambiente.registro.clear();
+        bool falhou = false;
+        const int gancho = ambiente.AoBombear([&] {
+            if (falhou || s->venda.NumNfce != n + 1 || s->painel.LblMens02.isEmpty()) return;
+            falhou = true;
+            c.falha();
+        });
+        Passa();
+        ambiente.RemoveGancho(gancho);
+        EXPECT_TRUE(Coluna(u"erro"_s, n + 1).contains(c.erro));
+        EXPECT_EQ(Estado(n + 1), c.estado);
+        EXPECT_EQ(Estado(n + 2), c.paraAPassagem ? u"5/0"_s : u"1/1"_s);
+        EXPECT_EQ(ambiente.mensagens.size(), c.paraAPassagem ? 1 : 0);
+        EXPECT_EQ(ambiente.registro.filter(u"interrompido: erro"_s).size(),
+                  c.paraAPassagem ? 1 : 0);
+        Passa();
+        EXPECT_EQ(Estado(n + 1), c.paraAPassagem ? u"1/1"_s : u"0/1"_s);
+        EXPECT_EQ(Estado(n + 2), u"1/1"_s);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(falhas, FalhaNaVenda, ::testing::ValuesIn(Motores()), NomeDoMotor);
 
 } // namespace
 } // namespace nfce::teste

@@ -53,6 +53,25 @@ TEST_P(EnviaTodosTest, SegueAFilaAteUmDesfechoNaoFinal) {
     EXPECT_TRUE(ambiente.mensagens.isEmpty());
 }
 
+// A sale of the list without a date or a time is recorded as such and leaves the queue; the
+// list goes on with the next number.
+TEST_P(EnviaTodosTest, VendaSemDataOuHoraNaoParaALista) {
+    for (const QString& coluna : {u"data"_s, u"hora"_s}) {
+        SCOPED_TRACE(coluna.toStdString());
+        Limpa();
+        Venda(1001, 77);
+        Venda(1002, 78);
+        Executa(u"UPDATE vendas SET %1 = NULL WHERE nfce = 1001"_s.arg(coluna));
+        PoeNaFila({u"1001"_s, u"1002"_s});
+        s->venda.TipoEmissao = u"1"_s;
+        EnviaTodos(*s);
+        EXPECT_EQ(Coluna(u"tempo"_s, 1001) + u'/' + Coluna(u"enviotime"_s, 1001), u"0/1"_s);
+        EXPECT_TRUE(Coluna(u"erro"_s, 1001).startsWith(u"Venda sem data ou hora"_s));
+        EXPECT_EQ(Coluna(u"tempo"_s, 1002), u"1"_s);
+        EXPECT_TRUE(ambiente.mensagens.isEmpty());
+    }
+}
+
 // Offline first: the window's generator leaves the document in Validar, UniNFe only validates
 // it. Marked as contingency (tempo 9), the next call hands the validated XML to Envio.
 TEST_P(EnviaTodosTest, ReenviaOXmlValidado) {

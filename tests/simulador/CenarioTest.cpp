@@ -46,7 +46,8 @@ TEST(Cenario, PalavrasLidas) {
 TEST(Cenario, PalavrasRecusadas) {
     for (const QString& palavras :
          {u"rejeita"_s, u"rejeita 77"_s, u"rejeita abc"_s, u"autoriza rejeita 778"_s, u"item"_s,
-          u"atraso x"_s, u"atraso -1"_s, u"autorizar"_s, u"\x01\x02|\""_s}) {
+          u"atraso x"_s, u"atraso -1"_s, u"autorizar"_s, u"\x01\x02|\""_s, u"chave-falsa"_s,
+          u"autoriza protocolo-chave"_s}) {
         Cenario c;
         QString erro;
         EXPECT_FALSE(LeCenario(palavras, c, erro)) << palavras.toStdString();

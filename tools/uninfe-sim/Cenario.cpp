@@ -63,6 +63,10 @@ public:
                 c.chave = kChaves.value(p);
             } else if (p == u"sem-procnfe"_s) {
                 c.semProcNFe = true;
+            } else if (p == u"chave-falsa"_s || p == u"protocolo-chave"_s) {
+                const QString texto = Proxima();
+                if (texto.isEmpty()) return Falha(erro, p + u" sem texto"_s);
+                (p == u"chave-falsa"_s ? c.chaveFalsa : c.chaveNoProtocolo) = texto;
             } else if (p == u"item"_s) {
                 if (!Numero(Proxima(), c.item)) return Falha(erro, u"item sem número"_s);
             } else if (p == u"atraso"_s) {

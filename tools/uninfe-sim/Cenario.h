@@ -35,7 +35,9 @@ struct Cenario {
     int atrasoPassagens = 0;       // SEFAZ answers only this many passes after the sending
     int atrasoSegundos = 0;        // ... and this many seconds after it
     RespostaChave chave = RespostaChave::Pedida;
-    bool semProcNFe = false; // authorised, but the "-procNFe.xml" is not filed
+    bool semProcNFe = false;                 // authorised, but the "-procNFe.xml" is not filed
+    std::optional<QString> chaveFalsa;       // the key answer carries this instead of the key
+    std::optional<QString> chaveNoProtocolo; // the protocol line carries this key
 
     static Cenario Rejeicao(int codigo, int item = 1);
     static Cenario De(Desfecho desfecho);
@@ -46,7 +48,8 @@ struct Cenario {
 //   1008=lote-recusado motivo Erro ao invocar o serviço    padrao=autoriza atraso 10s
 // Words: autoriza | rejeita CODE | duplicidade | duplicidade-chave | erro-conversao |
 // lote-recusado | rejeita-lote [CODE] | sem-resposta, then any of item N, atraso N (passes)
-// or Ns (seconds), chave-txt, chave-zero, sem-chave, sem-procnfe, and last "motivo TEXT".
+// or Ns (seconds), chave-txt, chave-zero, sem-chave, sem-procnfe, chave-falsa TEXT,
+// protocolo-chave TEXT (TEXT without blanks), and last "motivo TEXT".
 // Blank lines and lines starting with "#" are skipped.
 struct Cenarios {
     QHash<qint64, Cenario> porNumero;

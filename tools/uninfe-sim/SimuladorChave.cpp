@@ -113,8 +113,9 @@ void Simulador::AtendeChaves(const QString& empresa) {
             }
             const Cenario cenario = CenarioDe(pedido.campos.nNF);
             if (cenario.chave == RespostaChave::Nenhuma) continue;
-            const QString chave =
-                cenario.chave == RespostaChave::Zero ? u"0"_s : MontaChave(pedido.campos);
+            const QString chave = cenario.chave == RespostaChave::Zero
+                                      ? u"0"_s
+                                      : cenario.chaveFalsa.value_or(MontaChave(pedido.campos));
             const bool texto = !xml || cenario.chave == RespostaChave::Texto;
             if (!Escreve(empresa,
                          base + (texto ? u"-ret-gerar-chave.txt"_s : u"-ret-gerar-chave.xml"_s),

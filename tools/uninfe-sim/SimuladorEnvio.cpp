@@ -133,7 +133,8 @@ void Simulador::Responde(const Envio& e, const QDateTime& agora) {
 Protocolo Simulador::ProtocoloDe(const Envio& e, const QDateTime& agora) {
     const Cenario& c = e.cenario;
     const int cUF = e.chave.left(2).toInt();
-    Protocolo p{e.chave, DataHoraSefaz(agora), {}, {}, 100, {}, e.tpAmb};
+    Protocolo p{
+        c.chaveNoProtocolo.value_or(e.chave), DataHoraSefaz(agora), {}, {}, 100, {}, e.tpAmb};
     if (c.desfecho == Desfecho::Rejeita) p.cStat = c.codigo;
     if (c.desfecho == Desfecho::Duplicidade) p.cStat = 204;
     if (c.desfecho == Desfecho::DuplicidadeChave) p.cStat = 539;
