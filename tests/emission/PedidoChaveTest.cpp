@@ -1,6 +1,7 @@
 #include "CenarioRetorno.h"
 
 #include "apoio/Erros.h"
+#include "nfce/ChaveAcesso.h"
 #include "nfce/PedidoChave.h"
 
 #include <QDir>
@@ -83,6 +84,17 @@ TEST_P(PedidoChaveTest, RespostaNasDuasFormas) {
         if (registro) {
             EXPECT_TRUE(ambiente.registro[0].contains(QString::fromUtf8(registro)));
         }
+    }
+}
+
+// Published keys (check digits 0, 6 and 3); any other last digit is wrong.
+TEST(ChaveAcesso, DigitoVerificador) {
+    for (const QString& chave : {u"13181017921427000125650010000000309887251170"_s,
+                                 u"43171207364617000135550000000120141000120146"_s,
+                                 u"41141106117473000150550010000273004114751943"_s}) {
+        EXPECT_TRUE(ChaveValida(chave)) << chave.toStdString();
+        for (char d = '0'; d <= '9'; ++d)
+            EXPECT_EQ(ChaveValida(chave.left(43) + QChar(d)), QChar(d) == chave.back());
     }
 }
 
