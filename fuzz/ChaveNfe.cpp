@@ -12,6 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
                      QByteArrayView(dados, static_cast<qsizetype>(tamanho)));
     programa.Roda([](Servidor& s) {
         const QString chave = LeChaveNfe(s);
+        ConfereChave(chave);
         if (!chave.isEmpty() && s.painel.LblMens01 != chave)
             Falha(QStringLiteral("a chave lida não ficou no painel: ") + chave);
     });

@@ -10,6 +10,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
     programa.NovaEntrada(false);
     programa.Escreve(QStringLiteral("RETORNO/0000001234-ret-gerar-chave.xml"),
                      QByteArrayView(dados, static_cast<qsizetype>(tamanho)));
-    programa.Roda([](Servidor& s) { LeChaveXml(s, NfceFuzz); });
+    programa.Roda([](Servidor& s) { ConfereChave(LeChaveXml(s, NfceFuzz)); });
     return 0;
 }

@@ -1,5 +1,6 @@
 #include "apoio/ProgramaFuzz.h"
 
+#include "nfce/ChaveAcesso.h"
 #include "storage/Empresa.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Instalacao.h"
@@ -65,6 +66,11 @@ void ConfereLarguras(Registros& rs, const Coluna* inicio, const Coluna* fim,
 
 QString ChaveFuzz() {
     return u"31261111222333000181650010000012349000012344"_s;
+}
+
+void ConfereChave(const QString& chave) {
+    if (!chave.isEmpty() && !RespostaSemChave(chave) && !ChaveValida(chave))
+        Falha(u"chave aceita que não é uma chave: "_s + chave.left(80));
 }
 
 [[noreturn]] void Falha(const QString& motivo) {
@@ -201,6 +207,8 @@ void ProgramaFuzz::Confere() {
         Texto(u"SELECT COUNT(*) FROM itens WHERE cupom = 77"_s) + u'/' +
         Texto(u"SELECT COUNT(*) FROM orcamento WHERE cupom = 5"_s);
     if (contagem != u"1/1/3/1"_s) Falha(u"linhas alteradas: "_s + contagem);
+    ConfereChave(Texto(u"SELECT chave FROM vendas"_s));
+    ConfereChave(Texto(u"SELECT chave FROM orcamento"_s));
     Registros venda;
     servidor_->conexoes.AbreConsulta(venda, u"SELECT * FROM vendas"_s);
     ConfereLarguras(venda, std::begin(ColunasDaVenda), std::end(ColunasDaVenda), u"vendas"_s);

@@ -63,6 +63,9 @@ ParDeArquivos DivideNoNulo(const uint8_t* dados, size_t tamanho);
 QString PastaDeArquivos();
 // The bytes as the file `caminho`.
 void EscreveArquivo(const QString& caminho, QByteArrayView dados);
+// A key a reader took: none, UniNFe's "0", or 44 digits with a valid check digit; aborts
+// otherwise.
+void ConfereChave(const QString& chave);
 // Prints the reason and aborts, so that libFuzzer keeps the input.
 [[noreturn]] void Falha(const QString& motivo);
 

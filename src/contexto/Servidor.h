@@ -9,6 +9,7 @@
 #include "storage/Configuracao.h"
 #include "storage/Empresa.h"
 
+#include <QSet>
 #include <functional>
 
 namespace nfce {
@@ -20,6 +21,13 @@ struct Servidor {
         : pasta(std::move(pastaPrograma)), ambiente(ambiente), conexoes(pasta, ambiente) {}
 
     QString LerConfig(const QString& chave) const { return nfce::LerConfig(pasta, chave); }
+
+    // A damaged answer is read again at every look: the log gets its line the first time.
+    void RegistraUmaVez(const QString& linha) {
+        if (registrados.contains(linha)) return;
+        registrados.insert(linha);
+        ambiente.Registra(linha);
+    }
 
     const QString pasta; // the program folder
     Ambiente& ambiente;
@@ -34,6 +42,9 @@ struct Servidor {
     // The single-sale re-emission that some rejections start (argument: the NFC-e number);
     // nothing happens while the drivers have not set it.
     std::function<void(const QString& nfce)> EmiteNfceImprime;
+
+private:
+    QSet<QString> registrados;
 };
 
 } // namespace nfce

@@ -4,6 +4,7 @@
 #include "emission/ArquivosDaVenda.h"
 #include "emission/ConsultaSituacao.h"
 #include "emission/LinhaProtocolo.h"
+#include "nfce/RespostaUniNfe.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Formatacao.h"
 #include "storage/Pastas.h"
@@ -11,6 +12,8 @@
 #include "storage/Sql.h"
 
 #include <QFile>
+#include <QRegularExpression>
+#include <QXmlStreamReader>
 
 namespace nfce {
 
@@ -45,13 +48,33 @@ void MarcaAutorizada(Servidor& s, const LinhaProtocolo& linha) {
 }
 
 void GuardaTextoDoXml(Servidor& s, const QString& xml) {
-    if (ArquivoExiste(xml))
+    if (RespostaPresente(s, xml, LimiteXml))
         s.conexoes.Executa(u"UPDATE vendas SET xml_info = '"_s + EscapaTexto(TextoDoArquivo(xml)) +
                            u"' WHERE nfce = "_s + Numero(s.venda.NumNfce));
     s.painel.LblQuantCup = TextoNumero(Val(s.painel.LblQuantCup) - 1);
 }
 
 } // namespace
+
+QString ProtocoloDoXml(Servidor& s, const QString& chave) {
+    const QString xml = ArquivosDaVenda(s).XmlAutorizado(chave);
+    if (!RespostaPresente(s, xml, LimiteXml)) return {};
+    QXmlStreamReader leitor(TextoDoArquivo(xml));
+    QStringList caminho;
+    while (!leitor.atEnd()) {
+        const QXmlStreamReader::TokenType token = leitor.readNext();
+        if (token == QXmlStreamReader::EndElement && !caminho.isEmpty()) caminho.removeLast();
+        if (token != QXmlStreamReader::StartElement) continue;
+        caminho.append(leitor.name().toString());
+        if (caminho.size() >= 3 &&
+            caminho.sliced(caminho.size() - 3).join(u'/') == u"protNFe/infProt/nProt"_s) {
+            const QString nProt = leitor.readElementText().trimmed();
+            static const QRegularExpression digitos(u"^\\d{1,60}$"_s);
+            return digitos.match(nProt).hasMatch() ? nProt : QString();
+        }
+    }
+    return {};
+}
 
 void ImprimeDanfe(Servidor& s, const QString& chave) {
     const EstadoVenda& v = s.venda;

@@ -21,6 +21,9 @@ void ArquivaXmlAutorizado(Servidor& s, const QString& chave);
 bool CopiaContabil(Servidor& s, const QString& chave);
 // ENVIOXML=SIM: a copy into the accountant's folder below empresa.pathenvio, when it exists.
 void CopiaParaContador(Servidor& s, const QString& chave);
+// SEFAZ's protocol number (protNFe/infProt/nProt, digits) in the authorised XML of `chave`;
+// "" when UniNFe has filed none or it holds none.
+QString ProtocoloDoXml(Servidor& s, const QString& chave);
 // Starts uniDANFE on the authorised XML without waiting for it.
 void ImprimeDanfe(Servidor& s, const QString& chave);
 // Starts uniDANFE on the NFC-e XML `xml`; its place is fixed, not a setting.

@@ -8,6 +8,7 @@
 #include "storage/Registros.h"
 #include "storage/Sql.h"
 
+#include <QRegularExpression>
 #include <optional>
 
 namespace nfce {
@@ -132,16 +133,27 @@ std::optional<QString> ProdutoDoItem(Servidor& s, const LinhaProtocolo& linha, c
     return itens.Texto(u"codprod"_s);
 }
 
-// What a duplicate carries as its protocol number: cut from SEFAZ's reason text.
-QString ProtocoloDaDuplicidade(const LinhaProtocolo& linha, const QString& codigo) {
-    return codigo == u"204"_s ? linha.Campo(6).mid(36, 16) : linha.Campo(6).mid(121, 15);
+// What a duplicate carries as its protocol number. The authorised XML UniNFe filed for the key
+// (the sale was authorised before, and the server stopped before recording it) holds SEFAZ's
+// own. Otherwise the receipt number is cut from SEFAZ's reason at its fixed place (for 204 the
+// "]" after it comes along, as the operators know it), and found after "nRec:" when the
+// wording has moved it: a cut that is not the number is never stored.
+QString ProtocoloDaDuplicidade(Servidor& s, const LinhaProtocolo& linha, const QString& codigo) {
+    const QString doXml = ProtocoloDoXml(s, s.painel.LblMens01);
+    if (!doXml.isEmpty()) return doXml;
+    const QString motivo = linha.Campo(6);
+    const QString corte = codigo == u"204"_s ? motivo.mid(36, 16) : motivo.mid(121, 15);
+    static const QRegularExpression numero(u"^\\d{15}\\]?$"_s);
+    if (numero.match(corte).hasMatch()) return corte;
+    static const QRegularExpression recibo(u"nRec:(\\d{1,20})"_s);
+    return recibo.match(motivo).captured(1);
 }
 
 void MarcaDuplicidade(Servidor& s, const LinhaProtocolo& linha, const Regra& regra) {
     const QString codigo = QLatin1String(regra.codigo);
     s.conexoes.Executa(
         u"UPDATE vendas SET erro = '"_s + QLatin1String(regra.mensagem) + u"', autorizacao = '"_s +
-        EscapaTexto(ProtocoloDaDuplicidade(linha, codigo)) + u"', tempo = '1', chave = '"_s +
+        EscapaTexto(ProtocoloDaDuplicidade(s, linha, codigo)) + u"', tempo = '1', chave = '"_s +
         EscapaTexto(linha.Chave()) + u"' WHERE nfce = "_s + QString::number(s.venda.NumNfce));
 }
 

@@ -5,6 +5,8 @@
 #include "emission/Lote.h"
 #include "emission/SqlVenda.h"
 #include "emission/TempoEspera.h"
+#include "nfce/ChaveAcesso.h"
+#include "nfce/RespostaUniNfe.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Formatacao.h"
 #include "storage/Larguras.h"
@@ -42,14 +44,20 @@ QString LeChaveNfe(Servidor& s) {
     v.Tentativa = 0;
     const QString nome = arquivos.Base() + u"-nfe.txt"_s;
     QString chave;
+    QString resposta;
     for (int restantes = 3; restantes > 0 && Vazio(chave); --restantes) {
         s.ambiente.DoEvents();
-        const QString resposta = arquivos.NoRetorno(nome);
-        if (ArquivoExiste(resposta)) chave = ChaveDaConversao(LinhasDoArquivo(resposta));
+        resposta = arquivos.NoRetorno(nome);
+        if (RespostaPresente(s, resposta)) chave = ChaveDaConversao(LinhasDoArquivo(resposta));
         if (Vazio(chave)) s.ambiente.Aguarda(0.5);
     }
-    if (!Vazio(chave)) RegistraChave(s, chave);
     v.Tentativa = 5;
+    if (Vazio(chave)) return chave;
+    if (!RespostaSemChave(chave) && !ChaveDaNota(chave, v.CnpjEmpresa, v.SerieNfce, v.NumNfce)) {
+        RecusaChave(s, OndeCupom(v), resposta, chave);
+        return {};
+    }
+    RegistraChave(s, chave);
     return chave;
 }
 
@@ -60,7 +68,8 @@ QString LeErroNfe(Servidor& s) {
     const QString resposta = arquivos.NoRetorno(arquivos.Base() + u"-nfe.err"_s);
     s.ambiente.Aguarda(0.2);
     // A file that is gone or still empty when read counts as not there: the sale stays queued.
-    const QStringList linhas = ArquivoExiste(resposta) ? LinhasDoArquivo(resposta) : QStringList();
+    const QStringList linhas =
+        RespostaPresente(s, resposta) ? LinhasDoArquivo(resposta) : QStringList();
     QString mensagem;
     for (const QString& linha : linhas) {
         if (linha.startsWith(u"xMotivo"_s)) mensagem = u"Falha na Conversao da NFC-e - "_s;
@@ -83,7 +92,7 @@ void GravaLote(Servidor& s) {
         s.ambiente.DoEvents();
         const QString resposta = arquivos.NoRetorno(chave + u"-num-lot.txt"_s);
         const QStringList lotes =
-            ArquivoExiste(resposta) ? LotesDoArquivo(resposta) : QStringList();
+            RespostaPresente(s, resposta) ? LotesDoArquivo(resposta) : QStringList();
         if (!lotes.isEmpty()) {
             s.conexoes.Executa(u"UPDATE vendas SET lote = '"_s + lotes.last() +
                                u"' WHERE chave = '"_s + EscapaTexto(Apara(chave)) + u"'"_s);
@@ -104,14 +113,14 @@ QString LeErroRecibo(Servidor& s) {
     for (int restantes = 10; restantes > 0; --restantes) {
         const QString resposta = arquivos.NoRetorno(chave + u"-num-lot.txt"_s);
         const QStringList lotes =
-            ArquivoExiste(resposta) ? LotesDoArquivo(resposta) : QStringList();
+            RespostaPresente(s, resposta) ? LotesDoArquivo(resposta) : QStringList();
         if (!lotes.isEmpty()) v.NumLote = lotes.first();
         s.ambiente.Aguarda(1);
         if (!Vazio(v.NumLote)) break;
     }
     QString mensagem;
     const QString recusa = arquivos.NoRetorno(Zeros(v.NumLote, 15) + u"-pro-rec.err"_s);
-    if (ArquivoExiste(recusa)) {
+    if (RespostaPresente(s, recusa)) {
         for (const QString& linha : LinhasDoArquivo(recusa)) {
             if (!linha.startsWith(u"Message"_s)) continue;
             mensagem = linha.mid(8, 50).toUpper();

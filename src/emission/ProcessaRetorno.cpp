@@ -8,6 +8,8 @@
 #include "emission/Lote.h"
 #include "emission/SqlVenda.h"
 #include "emission/TempoEspera.h"
+#include "nfce/ChaveAcesso.h"
+#include "nfce/RespostaUniNfe.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Formatacao.h"
 #include "storage/Pastas.h"
@@ -34,7 +36,7 @@ bool ReimprimeSeAutorizada(Servidor& s, const QString& chave) {
 void LeLote(Servidor& s, const QString& chave) {
     s.ambiente.Aguarda(0.3);
     const QString arquivo = ArquivosDaVenda(s).NoRetorno(chave + u"-num-lot.txt"_s);
-    if (!ArquivoExiste(arquivo)) return;
+    if (!RespostaPresente(s, arquivo)) return;
     const QStringList lotes = LotesDoArquivo(arquivo);
     if (!lotes.isEmpty()) s.venda.NumLote = lotes.last();
 }
@@ -56,6 +58,20 @@ void ProcessaLinha(Servidor& s, const LinhaProtocolo& linha, const QString& chav
         ArquivaXmlAutorizado(s, chave);
 }
 
+// A line counts only for the sale whose key it carries.
+bool DaVenda(const LinhaProtocolo& linha, const QString& chave) {
+    return ChaveValida(chave) && linha.Campo(2) == chave;
+}
+
+// Another sale's line, or a forged key, changes nothing of this sale but its erro. Without a
+// key of its own (none read, or UniNFe's "0") the sale has no line to look for and no erro.
+void RecusaLinha(Servidor& s, const LinhaProtocolo& linha, const QString& chave,
+                 const QString& arquivo, QString& mensagem) {
+    if (!ChaveValida(chave)) return;
+    RecusaChave(s, OndeCupom(s.venda), arquivo, linha.Campo(2));
+    if (mensagem.isEmpty()) mensagem = ChaveInvalida;
+}
+
 } // namespace
 
 QString ProcessaRetorno(Servidor& s) {
@@ -71,13 +87,17 @@ QString ProcessaRetorno(Servidor& s) {
         const QString arquivo =
             ArquivosDaVenda(s).NoRetorno(Zeros(v.NumLote, 15) + u"-pro-rec.txt"_s);
         s.ambiente.Aguarda(0.1);
-        if (ArquivoExiste(arquivo)) {
+        if (RespostaPresente(s, arquivo)) {
             bool autorizada = false;
-            for (const QString& linha : LinhasDoArquivo(arquivo))
+            for (const QString& texto : LinhasDoArquivo(arquivo)) {
                 // Blank lines carry nothing; ";" starts UniNFe's lot-status line.
-                if (!linha.isEmpty() && !linha.startsWith(u';'))
-                    ProcessaLinha(s, LinhaProtocolo(linha), chave, jaImpresso, autorizada,
-                                  mensagem);
+                if (texto.isEmpty() || texto.startsWith(u';')) continue;
+                const LinhaProtocolo linha(texto);
+                if (DaVenda(linha, chave))
+                    ProcessaLinha(s, linha, chave, jaImpresso, autorizada, mensagem);
+                else
+                    RecusaLinha(s, linha, chave, arquivo, mensagem);
+            }
             break;
         }
         s.ambiente.Aguarda(0.5);

@@ -11,7 +11,8 @@ struct Servidor;
 // ends the caller's retry loop; the retrying happens inside. A missing answer is no error:
 // the routine waits, looks again, and returns "" when its looks run out.
 
-// The access key from "<base>-nfe.txt"; written to LblMens01 and vendas.chave.
+// The access key from "<base>-nfe.txt"; written to LblMens01 and vendas.chave. A key that is
+// not the sale's is refused (RecusaChave) and gives "".
 QString LeChaveNfe(Servidor& s);
 // "Falha na Conversao da NFC-e - <segments>" from "<base>-nfe.err", stored in vendas.erro.
 QString LeErroNfe(Servidor& s);
@@ -20,7 +21,8 @@ void GravaLote(Servidor& s);
 // SEFAZ's refusal of the lot ("<lot>-pro-rec.err"), in capitals, stored in vendas.erro.
 QString LeErroRecibo(Servidor& s);
 // The outcome of the protocol file "<lot>-pro-rec.txt": authorisation, recognised rejection
-// or "<code> - <reason>"; "" when no answer came in about 20 seconds.
+// or "<code> - <reason>"; "" when no answer came in about 20 seconds. Only lines carrying the
+// key in LblMens01 count; another key is refused on the sale.
 QString ProcessaRetorno(Servidor& s);
 
 } // namespace nfce

@@ -1,6 +1,8 @@
 #include "nfce/PedidoChave.h"
 
 #include "contexto/Servidor.h"
+#include "nfce/ChaveAcesso.h"
+#include "nfce/RespostaUniNfe.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
@@ -24,27 +26,35 @@ QString ChaveDoXml(const QStringList& linhas) {
     QString chave;
     for (const QString& linha : linhas)
         chave = linha.mid(63, 44);
-    return chave;
+    // UniNFe's "0" (no key) ends its element inside the 44 characters.
+    return chave.section(u'<', 0, 0);
 }
 
 QString ChaveDoTexto(const QStringList& linhas) {
     return linhas.isEmpty() ? QString() : linhas.last();
 }
 
-// Ten looks at the answer, `intervalo` seconds apart; the key found is stored in the sale.
+// Ten looks at the answer, `intervalo` seconds apart; the key found is stored in the sale,
+// when it is this sale's key or UniNFe's "0".
 QString LeChave(Servidor& s, qint32 nNF, const QString& sufixo, LeituraDaChave leitura,
                 double intervalo) {
-    const QString nome = Zeros(nNF, 10) + u"-ret-gerar-chave."_s + sufixo;
+    const QString nome = u"RETORNO\\"_s + Zeros(nNF, 10) + u"-ret-gerar-chave."_s + sufixo;
     QString chave;
+    QString resposta;
     for (int tentativa = 0; tentativa < 10 && Vazio(chave); ++tentativa) {
         s.ambiente.DoEvents();
-        const QString resposta = DaEmpresa(s, u"RETORNO\\"_s + nome);
-        if (ArquivoExiste(resposta)) chave = leitura(LinhasDoArquivo(resposta));
+        resposta = DaEmpresa(s, nome);
+        if (RespostaPresente(s, resposta)) chave = leitura(LinhasDoArquivo(resposta));
         s.ambiente.Aguarda(intervalo);
     }
     if (Vazio(chave)) return {};
+    const QString onde = u" WHERE nfce = "_s + QString::number(nNF);
+    if (!RespostaSemChave(chave) && !ChaveDaNota(chave, s.empresa.Cnpj, s.empresa.Serie, nNF)) {
+        RecusaChave(s, onde, resposta, chave);
+        return {};
+    }
     s.conexoes.Executa(u"UPDATE vendas SET chave = '"_s + EscapaTexto(chave.left(LarguraChave)) +
-                       u"' WHERE nfce = "_s + QString::number(nNF));
+                       u"'"_s + onde);
     s.ambiente.Aguarda(0.01);
     return chave;
 }

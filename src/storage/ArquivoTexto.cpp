@@ -10,21 +10,28 @@
 namespace nfce {
 
 namespace {
-QByteArray Conteudo(const QString& caminho) {
+// At most one byte past the limit is read: the file may have grown since it was measured.
+QByteArray Conteudo(const QString& caminho, qint64 limite) {
     QFile arquivo(caminho);
-    return arquivo.open(QIODevice::ReadOnly) ? arquivo.readAll() : QByteArray();
+    if (!arquivo.open(QIODevice::ReadOnly) || arquivo.size() > limite) return {};
+    QByteArray dados = arquivo.read(limite + 1);
+    return dados.size() > limite ? QByteArray() : dados;
 }
 } // namespace
 
-QStringList LinhasDoArquivo(const QString& caminho) {
-    QString texto = QStringDecoder("windows-1252").decode(Conteudo(caminho));
+bool GrandeDemais(const QString& caminho, qint64 limite) {
+    return QFileInfo(caminho).size() > limite;
+}
+
+QStringList LinhasDoArquivo(const QString& caminho, qint64 limite) {
+    QString texto = QStringDecoder("windows-1252").decode(Conteudo(caminho, limite));
     texto.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
     if (texto.endsWith(u'\n')) texto.chop(1);
     return texto.isEmpty() ? QStringList() : texto.split(u'\n');
 }
 
-QString TextoDoArquivo(const QString& caminho) {
-    return QString::fromUtf8(Conteudo(caminho));
+QString TextoDoArquivo(const QString& caminho, qint64 limite) {
+    return QString::fromUtf8(Conteudo(caminho, limite));
 }
 
 void GravaLinhas(const QString& caminho, const QStringList& linhas) {

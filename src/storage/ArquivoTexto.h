@@ -9,12 +9,22 @@ namespace nfce {
 // UniNFe's exchange files are Windows-1252 text. Every byte decodes, so binary junk reads
 // as odd characters, never as an error.
 
-// The lines of a file; a line ends at CR LF, CR or LF. A file that cannot be opened (gone or
-// locked since it was seen) gives no lines: the readers then wait and look again.
-QStringList LinhasDoArquivo(const QString& caminho);
+// No answer of UniNFe comes near these sizes (the authorised XML has the larger one): a larger
+// file is damaged, and is never loaded.
+inline constexpr qint64 LimiteResposta = 1 << 20;
+inline constexpr qint64 LimiteXml = 8 << 20;
 
-// The whole file as UTF-8 text (the authorised XML); "" when it cannot be opened.
-QString TextoDoArquivo(const QString& caminho);
+// More than `limite` bytes: a damaged answer.
+bool GrandeDemais(const QString& caminho, qint64 limite);
+
+// The lines of a file; a line ends at CR LF, CR or LF. A file that cannot be opened (gone or
+// locked since it was seen), or is larger than `limite`, gives no lines: the readers then wait
+// and look again.
+QStringList LinhasDoArquivo(const QString& caminho, qint64 limite = LimiteResposta);
+
+// The whole file as UTF-8 text (the authorised XML); "" when it cannot be opened or is larger
+// than `limite`.
+QString TextoDoArquivo(const QString& caminho, qint64 limite = LimiteXml);
 
 // Creates or replaces the file with the lines, each ended by CR LF. A missing folder raises
 // ErroCaminhoNaoEncontrado (76), any other failure ErroAcessoCaminho (75).

@@ -1,5 +1,7 @@
 #include "storage/Pastas.h"
 
+#include "storage/ErroExecucao.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
@@ -35,7 +37,24 @@ QString NomeNoDisco(const QString& pasta, const QString& nome) {
     return achado;
 }
 
+QStringList Partes(const QString& relativo) {
+    return QString(relativo).replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts);
+}
+
+// `partes` below `caminho`, each spelled as on disk where it exists.
+QString Resolvido(QString caminho, const QStringList& partes) {
+    bool existe = true;
+    for (const QString& parte : partes) {
+        // Below a part that is not on disk nothing is, so no more listings are read.
+        const QString noDisco = existe ? NomeNoDisco(caminho, parte) : QString();
+        existe = !noDisco.isEmpty();
+        caminho = Junta(caminho, existe ? noDisco : parte);
+    }
+    return caminho;
+}
+
 // A raw path resolved part by part below its root ("/", a drive "C:", or none when relative).
+// It was made by Caminho, or given by the shop: no check here.
 QString Resolve(const QString& caminho) {
     const QString normal = QString(caminho).replace(u'\\', u'/');
     qsizetype raiz = 0;
@@ -43,21 +62,27 @@ QString Resolve(const QString& caminho) {
         raiz = 1;
     else if (normal.size() >= 2 && normal.at(1) == u':')
         raiz = 2;
-    return Caminho(normal.left(raiz), normal.mid(raiz));
+    return Resolvido(normal.left(raiz), Partes(normal.mid(raiz)));
+}
+
+bool Dentro(const QString& caminho, const QString& raiz) {
+    const QString limpo = QDir::cleanPath(caminho);
+    if (raiz.isEmpty()) return QDir::isRelativePath(limpo) && !limpo.startsWith(u".."_s);
+    const QString limpa = QDir::cleanPath(raiz);
+    return limpo == limpa || limpo.startsWith(limpa.endsWith(u'/') ? limpa : limpa + u'/');
 }
 
 } // namespace
 
 QString Caminho(const QString& raiz, const QString& relativo) {
-    QString caminho = raiz;
-    bool existe = true;
-    for (const QString& parte :
-         QString(relativo).replace(u'\\', u'/').split(u'/', Qt::SkipEmptyParts)) {
-        // Below a part that is not on disk nothing is, so no more listings are read.
-        const QString noDisco = existe ? NomeNoDisco(caminho, parte) : QString();
-        existe = !noDisco.isEmpty();
-        caminho = Junta(caminho, existe ? noDisco : parte);
-    }
+    // Parts come from outside text too (keys read from UniNFe's answers): none may climb out.
+    const QStringList partes = Partes(relativo);
+    const bool sobe = partes.contains(u".."_s);
+    const QString caminho = sobe ? QString() : Resolvido(raiz, partes);
+    if (sobe || !Dentro(caminho, raiz))
+        throw ErroExecucao(ErroAcessoCaminho,
+                           u"Caminho fora da pasta %1: %2"_s.arg(QDir::toNativeSeparators(raiz),
+                                                                 relativo.left(200)));
     return caminho;
 }
 

@@ -17,7 +17,8 @@ void Alterar(const QString& pastaPrograma, const QString& cnpj, const QDate& hoj
 // that exists under another case ("Retorno" for "RETORNO", "Validar\Validado" for
 // "VALIDAR\VALIDADO") takes the spelling found on disk, an exact match first; parts that do
 // not exist keep the given spelling. A "\" or "/" inside a part (a CNPJ written with one)
-// therefore makes nested folders. The result uses "/".
+// therefore makes nested folders. The result uses "/". A part ".." or a result outside `raiz`
+// raises ErroAcessoCaminho (75): parts may come from answer files.
 QString Caminho(const QString& raiz, const QString& relativo);
 
 // A regular file, or a folder, exists at `caminho`. Callers pass a path made by Caminho or

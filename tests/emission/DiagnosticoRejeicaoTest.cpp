@@ -49,13 +49,14 @@ const Caso Casos[] = {
     // Both "204" rows: the row statement twice, enviotime once; the protocol cut from field 6.
     {"204;Rejeicao: Duplicidade de NF-e [nRec:310000069179169]", "Autorizado o uso da NF-e", "=",
      "1|1|N|310000069179169]", 0, 4},
-    // Both "539" rows: everything twice. The comma some states write shifts the cut.
+    // Both "539" rows: everything twice. The comma some states write shifts the fixed cut off
+    // the number, which is then found after "nRec:".
     {"539;Rejeicao: Duplicidade de NF-e com diferenca na Chave de Acesso [chNFe:3126111812345600019"
      "0650010000012349876543218][nRec:431022029092399]",
      "Autorizado o uso da NF-e", "=", "1|1|N|431022029092399", 0, 5},
     {"539;Rejeicao: Duplicidade de NF-e, com diferenca na Chave de Acesso [chNFe:312611181234560001"
      "90650010000012349876543218][nRec:431022029092399]",
-     "Autorizado o uso da NF-e", "=", "1|1|N|:43102202909239", 0, 5},
+     "Autorizado o uso da NF-e", "=", "1|1|N|431022029092399", 0, 5},
     {"866;Rejeicao: Ausencia de troco quando o valor dos pagamentos informados for maior que o "
      "total da nota",
      "Ausencia de troco", "=", "0|0|N|", 0, 2},

@@ -13,31 +13,43 @@ const QString Base = u"Retorno/000001234_18123456000104_001_15_11_2026"_s;
 const QByteArray Binario = QByteArray::fromHex("00ff0d0a27097c3b80fe0a0a81ee");
 
 // UniNFe's conversion answer: "ChaveNFe" at character 37, the key from 47; three looks 0.5 s
-// apart. The key goes to LblMens01, the sale (by cupom) and its quote.
+// apart. The key goes to LblMens01, the sale (by cupom) and its quote, when it is this sale's
+// key (or UniNFe's "0"); any other is refused on the sale.
 TEST_P(LeituraRetornoTest, ChaveDaConversao) {
     const QByteArray k = Chave.toLatin1();
-    const QByteArray conversao = "cStat=01\r\nxMotivo=Conversão efetuada com sucesso.\r\n"
-                                 "Nota fiscal: 000001234 Serie: 001 - ChaveNFe: " +
-                                 k + "\r\n";
-    const std::tuple<QByteArray, qint64, QString, qint64> casos[] = {
-        {conversao, 0, Chave, 0},
-        {conversao, 800, Chave, 1000},
-        {"-", 0, {}, 1500},
-        {"Nota fiscal: 1234 Serie: 1 - ChaveNFe: " + k, 0, {}, 1500},
-        {"Nota fiscal: 000001234 Serie: 001 - ChaveNFe", 0, {}, 1500},
-        {Binario, 0, {}, 1500},
+    const auto conversao = [](const QByteArray& chave) {
+        return "cStat=01\r\nxMotivo=Conversão efetuada com sucesso.\r\n"
+               "Nota fiscal: 000001234 Serie: 001 - ChaveNFe: " +
+               chave + "\r\n";
     };
-    for (const auto& [resposta, apareceEm, chave, ms] : casos) {
+    const QString recusa = u"chave inválida recebida do UniNFe"_s;
+    const std::tuple<QByteArray, qint64, QString, qint64, QString> casos[] = {
+        // answer (appearing after ms; "-" none), key, virtual time, erro
+        {conversao(k), 0, Chave, 0, {}},
+        {conversao(k), 800, Chave, 1000, {}},
+        {conversao("0"), 0, u"0"_s, 0, {}},
+        {"-", 0, {}, 1500, {}},
+        {"Nota fiscal: 1234 Serie: 1 - ChaveNFe: " + k, 0, {}, 1500, {}},
+        {"Nota fiscal: 000001234 Serie: 001 - ChaveNFe", 0, {}, 1500, {}},
+        {Binario, 0, {}, 1500, {}},
+        {conversao("./../../../../outra/x"), 0, {}, 0, recusa},
+        {conversao("31261118123456000104650010000012359123456785"), 0, {}, 0, recusa},
+        {conversao(k).replace("ChaveNFe: ", "ChaveNFe: '; --"), 0, {}, 0, recusa},
+        {conversao(k) + QByteArray(1 << 20, ' '), 0, {}, 1500, {}},
+    };
+    for (const auto& [resposta, apareceEm, chave, ms, erro] : casos) {
+        SCOPED_TRACE(resposta.left(120).toStdString());
         Reinicia();
         s->painel.LblMens01.clear();
         if (resposta != "-")
             ambiente.Agenda(ambiente.Monotonico() + apareceEm,
                             [&] { Grava(Base + u"-nfe.txt"_s, resposta); });
         const qint64 antes = ambiente.msAguardados();
-        EXPECT_EQ(LeChaveNfe(*s), chave) << resposta.toStdString();
-        EXPECT_EQ(ambiente.msAguardados() - antes, ms) << resposta.toStdString();
+        EXPECT_EQ(LeChaveNfe(*s), chave);
+        EXPECT_EQ(ambiente.msAguardados() - antes, ms);
         EXPECT_EQ(s->painel.LblMens01 + DaVenda(u"chave"_s) + Colunas(u"orcamento"_s, u"chave"_s),
                   chave + chave + chave);
+        EXPECT_EQ(DaVenda(u"erro"_s), erro);
         EXPECT_EQ(DaVenda(u"chave"_s, 1234) + DaVenda(u"chave"_s, 900), u""_s);
         EXPECT_EQ(s->venda.Tentativa, 5);
     }

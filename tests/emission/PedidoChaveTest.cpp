@@ -1,6 +1,7 @@
 #include "CenarioRetorno.h"
 
 #include "apoio/Erros.h"
+#include "nfce/ChaveAcesso.h"
 #include "nfce/PedidoChave.h"
 
 #include <QDir>
@@ -26,44 +27,74 @@ TEST_P(PedidoChaveTest, PedidoSemCnfEmDezLinhas) {
 }
 
 // Ten looks, 0.5 s (XML: the key at characters 64-107, the last line wins) or 1 s (text: the
-// last line) apart; the key is stored on the NFC-e number, as much as the column takes.
+// last line) apart; the key is stored on the NFC-e number. Only this sale's key, or UniNFe's
+// "0", is taken: anything else is refused on the sale and logged, and an answer larger than
+// any real one is never read.
 TEST_P(PedidoChaveTest, RespostaNasDuasFormas) {
     const QByteArray k = Chave.toLatin1();
-    const QByteArray xml = "<?xml version=\"1.0\" encoding=\"utf-8\"?><retGerarChave><chaveNFe>" +
-                           k + "</chaveNFe></retGerarChave>";
+    const auto xml = [](const QByteArray& chave) {
+        return "<?xml version=\"1.0\" encoding=\"utf-8\"?><retGerarChave><chaveNFe>" + chave +
+               "</chaveNFe></retGerarChave>";
+    };
     QByteArray binario(300, '\0');
     for (int i = 0; i < binario.size(); ++i)
         binario[i] = static_cast<char>((i * 37) % 256);
-    const std::tuple<bool, QByteArray, qint64, QByteArray, qint64> casos[] = {
-        // XML form, answer (appearing after ms; "-" none), key, virtual time
-        {true, xml, 0, k, 500 + 10},
-        {true, xml, 3200, k, 4000 + 10},
-        {true, "-", 0, {}, 5000},
-        {true, QByteArray(xml).replace("><", ">\r\n<"), 0, {}, 5000},
-        {true, "", 0, {}, 5000},
-        {true, QByteArray(100000, '7'), 0, QByteArray(44, '7'), 510},
-        {true, binario, 0, "*", -1}, // anything, as long as the sale holds it
-        {false, k, 0, k, 1000 + 10},
-        {false, "lixo\r\n" + k + "\r\n", 0, k, 1000 + 10},
-        {false, "-", 0, {}, 10000},
-        {false, "'; DROP TABLE vendas; |x|", 0, "'; DROP TABLE vendas; |x|", 1010},
-        {false, QByteArray(100000, '7'), 0, QByteArray(100000, '7'), 1010},
+    const char* recusa = "chave inválida recebida do UniNFe";
+    const char* danificada = "danificada";
+    const std::tuple<bool, QByteArray, qint64, QByteArray, qint64, const char*> casos[] = {
+        // XML form, answer (appearing after ms; "-" none), key, virtual time, log line
+        {true, xml(k), 0, k, 500 + 10, nullptr},
+        {true, xml(k), 3200, k, 4000 + 10, nullptr},
+        {true, "-", 0, {}, 5000, nullptr},
+        {true, xml(k).replace("><", ">\r\n<"), 0, {}, 5000, nullptr},
+        {true, "", 0, {}, 5000, nullptr},
+        {true, xml("0"), 0, "0", 510, nullptr},
+        {true, QByteArray(100000, '7'), 0, {}, 500, recusa},
+        {true, binario, 0, {}, 500, recusa},
+        {true, xml(k) + QByteArray(2 << 20, ' '), 0, {}, 5000, danificada},
+        {false, k, 0, k, 1000 + 10, nullptr},
+        {false, "lixo\r\n" + k + "\r\n", 0, k, 1000 + 10, nullptr},
+        {false, "-", 0, {}, 10000, nullptr},
+        {false, "0", 0, "0", 1010, nullptr},
+        {false, "./../../../../outra/x", 0, {}, 1000, recusa},
+        {false, "'; DROP TABLE vendas; |x|", 0, {}, 1000, recusa},
+        {false, k.left(43), 0, {}, 1000, recusa},
+        {false, k.left(43) + "7", 0, {}, 1000, recusa},                               // check digit
+        {false, "31261118123456000104650010000012359123456785", 0, {}, 1000, recusa}, // nNF
+        {false, "31261111222333000181650010000012349123456780", 0, {}, 1000, recusa}, // CNPJ
+        {false, "31261118123456000104550010000012349123456785", 0, {}, 1000, recusa}, // model
+        {false, QByteArray(2 << 20, '7'), 0, {}, 10000, danificada},
     };
-    for (const auto& [emXml, resposta, apareceEm, chave, ms] : casos) {
+    for (const auto& [emXml, resposta, apareceEm, chave, ms, registro] : casos) {
+        SCOPED_TRACE(resposta.left(60).toStdString());
         Reinicia();
+        ambiente.registro.clear();
         const QString nome =
             u"Retorno/0000001234-ret-gerar-chave."_s + (emXml ? u"xml"_s : u"txt"_s);
         if (resposta != "-")
             ambiente.Agenda(ambiente.Monotonico() + apareceEm, [&] { Grava(nome, resposta); });
         const qint64 antes = ambiente.msAguardados();
         const QString lida = emXml ? LeChaveXml(*s, 1234) : LeChaveTxt(*s, 1234);
-        if (ms >= 0) {
-            EXPECT_EQ(lida.toLatin1(), chave) << resposta.left(60).toStdString();
-            EXPECT_EQ(ambiente.msAguardados() - antes, ms) << resposta.left(60).toStdString();
-        }
-        const QString guardada = QString(lida).left(44).remove(QChar(0));
-        EXPECT_EQ(DaVenda(u"chave"_s) + DaVenda(u"chave"_s, 900), guardada + guardada);
+        EXPECT_EQ(lida.toLatin1(), chave);
+        EXPECT_EQ(ambiente.msAguardados() - antes, ms);
+        EXPECT_EQ(DaVenda(u"chave"_s) + DaVenda(u"chave"_s, 900), lida + lida);
         EXPECT_EQ(DaVenda(u"chave"_s, 1234), u""_s);
+        EXPECT_EQ(DaVenda(u"erro"_s), registro == recusa ? QString::fromUtf8(recusa) : QString());
+        ASSERT_EQ(ambiente.registro.size(), registro ? 1 : 0);
+        if (registro) {
+            EXPECT_TRUE(ambiente.registro[0].contains(QString::fromUtf8(registro)));
+        }
+    }
+}
+
+// Published keys (check digits 0, 6 and 3); any other last digit is wrong.
+TEST(ChaveAcesso, DigitoVerificador) {
+    for (const QString& chave : {u"13181017921427000125650010000000309887251170"_s,
+                                 u"43171207364617000135550000000120141000120146"_s,
+                                 u"41141106117473000150550010000273004114751943"_s}) {
+        EXPECT_TRUE(ChaveValida(chave)) << chave.toStdString();
+        for (char d = '0'; d <= '9'; ++d)
+            EXPECT_EQ(ChaveValida(chave.left(43) + QChar(d)), QChar(d) == chave.back());
     }
 }
 

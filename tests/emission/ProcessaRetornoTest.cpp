@@ -107,6 +107,9 @@ TEST_P(ProcessaRetornoTest, LoteEEspera) {
         {"54;", u"054"_s, a, 9800, ok, 10000},
         {"54;", u"054"_s, ";104;Lote processado;", 0, {}, 400},
         {"54;", u"054"_s, "", 0, {}, 400},
+        // Larger than any real answer: damaged, never read, as if not there.
+        {"54;", u"054"_s, a + QByteArray(1 << 20, ' '), 0, {}, 20100},
+        {"54;" + QByteArray(1 << 20, ' '), u"061"_s, a, 0, ok, 400},
     };
     for (const auto& [lotes, lote, protocolo, apareceEm, mensagem, ms] : casos) {
         Reinicia();
@@ -123,14 +126,19 @@ TEST_P(ProcessaRetornoTest, LoteEEspera) {
     }
 }
 
-// Damaged lines: missing fields read as "", text reaches the row intact, and every line read
-// (blank ones aside) sends the sale to the remote copy again.
+// Damaged lines: missing fields read as "", text reaches the row intact, and every line of the
+// sale (blank ones aside) sends it to the remote copy again. A line counts only when it carries
+// the sale's key: another key, or none, changes nothing but erro.
 TEST_P(ProcessaRetornoTest, LinhasHostis) {
     const QByteArray motivo = "Autorizado o uso da NF-e d'agua \\", longo(100000, '7');
+    const QString recusada = u"chave inválida recebida do UniNFe"_s;
+    const QByteArray outra = "31261118123456000104650010000012359123456785"; // NFC-e 1235
     const std::tuple<QByteArray, QString, int, QString> casos[] = {
-        {"18123456000104;000001234;3126", u" - "_s, 1, {}},
-        {QByteArray(100000, 'x'), u" - "_s, 1, {}},
-        {QByteArray::fromHex("00ff27097c80fe81ee"), u" - "_s, 1, {}},
+        {"18123456000104;000001234;3126", recusada, 1, recusada},
+        {QByteArray(100000, 'x'), recusada, 1, recusada},
+        {QByteArray::fromHex("00ff27097c80fe81ee"), recusada, 1, recusada},
+        {QByteArray(Autorizacao).replace(Chave.toLatin1(), outra), recusada, 1, recusada},
+        {QByteArray(Autorizacao).replace(Chave.toLatin1(), "../../x'; --"), recusada, 1, recusada},
         {"\r\n\r\n" + Protocolo("999", "Rejeicao: d'agua | x"),
          u"Rejeicao: d'agua | x - "_s,
          1,
@@ -138,17 +146,51 @@ TEST_P(ProcessaRetornoTest, LinhasHostis) {
         {Protocolo("100", motivo, true), u"100 - "_s + QString::fromLatin1(motivo), 2,
          QString::fromLatin1(motivo)},
         // Far longer than UniNFe writes: cut to the columns, which a strict MariaDB insists on.
-        {"1;1234;" + longo + ";x;" + longo + ";dv;100;" + longo + ";",
+        {"1;1234;" + Chave.toLatin1() + ";x;" + longo + ";dv;100;" + longo + ";",
          u"100 - "_s + QString::fromLatin1(longo), 2, QString(21845, u'7')},
     };
     for (const auto& [linhas, mensagem, atualizacoes, erro] : casos) {
+        SCOPED_TRACE(linhas.left(60).toStdString());
         Reinicia();
         Responde(linhas);
         EXPECT_EQ(ProcessaRetorno(*s), mensagem);
         EXPECT_EQ(Atualizacoes(), atualizacoes);
-        EXPECT_EQ(DaVenda(u"erro,sync"_s), erro + u"|0"_s);
+        EXPECT_EQ(DaVenda(u"erro,sync"_s), erro + (erro == recusada ? u"|1"_s : u"|0"_s));
     }
-    EXPECT_EQ(DaVenda(u"chave,autorizacao"_s), QString(44, u'7') + u'|' + QString(60, u'7'));
+    EXPECT_EQ(DaVenda(u"chave,autorizacao"_s), Chave + u'|' + QString(60, u'7'));
+}
+
+// Sent again after a stop between UniNFe's filing and the recording: SEFAZ's protocol comes
+// from the authorised XML; without a usable one, from the reason, never a cut that is not it.
+TEST_P(ProcessaRetornoTest, DuplicidadeComXmlAutorizado) {
+    const QByteArray xml = "<?xml version=\"1.0\"?><nfeProc><NFe/><protNFe><infProt Id=\"x\">"
+                           "<nProt>131260000099999</nProt></infProt></protNFe></nfeProc>";
+    const QByteArray d204 = "Rejeicao: Duplicidade de NF-e [nRec:310000069179169]";
+    const QByteArray d539 = "Rejeicao: Duplicidade de NF-e, com diferenca na Chave de Acesso "
+                            "[chNFe:" +
+                            Chave.toLatin1() + "][nRec:431022029092399]";
+    const std::tuple<QByteArray, QByteArray, QString> casos[] = {
+        // line, authorised XML ("-" none), autorizacao
+        {Protocolo("204", d204), xml, u"131260000099999"_s},
+        {Protocolo("539", d539), xml, u"131260000099999"_s},
+        {Protocolo("204", d204), "-", u"310000069179169]"_s},
+        {Protocolo("539", d539), "-", u"431022029092399"_s},
+        {Protocolo("539", "Rejeicao: Duplicidade de NF-e [x]"), "-", u""_s},
+        {Protocolo("204", d204), "<nfeProc><nProt>1</nProt></nfeProc>", u"310000069179169]"_s},
+        {Protocolo("204", d204), QByteArray(xml).replace("99999<", "9x<"), u"310000069179169]"_s},
+        {Protocolo("204", d204), xml + QByteArray(8 << 20, ' '), u"310000069179169]"_s},
+    };
+    for (const auto& [linha, autorizado, protocolo] : casos) {
+        SCOPED_TRACE(linha.toStdString() + autorizado.left(80).toStdString());
+        Reinicia();
+        if (autorizado != "-") Grava(Autorizado, autorizado);
+        Responde(linha);
+        EXPECT_EQ(ProcessaRetorno(*s), u"Autorizado o uso da NF-e"_s);
+        EXPECT_EQ(DaVenda(u"autorizacao,tempo,enviotime"_s), protocolo + u"|1|1"_s);
+        // The accountant's copy is the XML UniNFe filed, whatever it holds.
+        EXPECT_EQ(Le(u"Contabilidade/112026/000001234-procNFe.xml"_s),
+                  autorizado == "-" ? QByteArray() : autorizado);
+    }
 }
 
 // The accountant's folder below empresa.pathenvio is never made here.

@@ -1,5 +1,6 @@
 #include "storage/Pastas.h"
 
+#include "apoio/Erros.h"
 #include "apoio/PastaPrograma.h"
 
 #include <QDir>
@@ -145,6 +146,27 @@ TEST(Caminho, UsaONomeDoDisco) {
         EXPECT_EQ(ArquivoExiste(caminho), arquivo) << caminho.toStdString();
         EXPECT_EQ(PastaExiste(caminho), dir) << caminho.toStdString();
     }
+}
+
+// Parts may come from answer files: none climbs out of the root, whatever the separators.
+TEST(Caminho, NuncaSaiDaRaiz) {
+    PastaPrograma pasta;
+    CriaPasta(pasta, u"C/Retorno"_s);
+    const std::pair<QString, bool> casos[] = {
+        {u"C\\Retorno\\./../../../../outra/x-num-lot.txt"_s, false},
+        {u"C\\RETORNO\\..\\..\\x"_s, false},
+        {u"C/Retorno/../x"_s, false},
+        {u".."_s, false},
+        {u"C\\Retorno\\..x..-num-lot.txt"_s, true},
+        {u"C\\Retorno\\.\\x"_s, true},
+        {u"C\\Retorno\\'; DROP TABLE vendas; --"_s, true},
+    };
+    for (const auto& [relativo, dentro] : casos)
+        EXPECT_EQ(ErroDe([&] { Caminho(pasta.caminho(), relativo); }).numero(),
+                  dentro ? 0 : ErroAcessoCaminho)
+            << relativo.toStdString();
+    EXPECT_EQ(ErroDe([&] { Caminho({}, u"../x"_s); }).numero(), ErroAcessoCaminho);
+    EXPECT_EQ(Caminho({}, u"a\\b"_s), u"a/b"_s);
 }
 
 } // namespace

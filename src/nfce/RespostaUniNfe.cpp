@@ -1,0 +1,31 @@
+#include "nfce/RespostaUniNfe.h"
+
+#include "contexto/Servidor.h"
+#include "storage/Pastas.h"
+
+#include <QDir>
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+bool RespostaPresente(Servidor& s, const QString& caminho, qint64 limite) {
+    if (!ArquivoExiste(caminho)) return false;
+    if (!GrandeDemais(caminho, limite)) return true;
+    s.RegistraUmaVez(u"Resposta do UniNFe danificada, maior que %1 bytes, não lida: %2"_s.arg(
+        QString::number(limite), QDir::toNativeSeparators(caminho)));
+    return false;
+}
+
+void RecusaChave(Servidor& s, const QString& onde, const QString& arquivo, const QString& lida) {
+    s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + ChaveInvalida + u"'"_s + onde);
+    // Printable and short: the text is someone else's.
+    QString mostrada = lida.left(60);
+    for (QChar& c : mostrada)
+        if (!c.isPrint()) c = u'?';
+    s.RegistraUmaVez(
+        u"NFC-e %1: %2 em %3: \"%4\""_s.arg(QString::number(s.venda.NumNfce), ChaveInvalida,
+                                            QDir::toNativeSeparators(arquivo), mostrada));
+}
+
+} // namespace nfce
