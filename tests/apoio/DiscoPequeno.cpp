@@ -38,14 +38,13 @@ void DiscoPequeno::Enche(qint64 livres) const {
         throw std::runtime_error("cannot fill the small disk");
 }
 
-QStringList DiscoPequeno::Conteudo() const {
+QString DiscoPequeno::Arquivos() const {
     QStringList nomes;
-    QDirIterator it(pasta_, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
-                    QDirIterator::Subdirectories);
+    QDirIterator it(pasta_, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (it.hasNext())
         nomes.append(QDir(pasta_).relativeFilePath(it.next()));
     nomes.sort();
-    return nomes;
+    return nomes.join(u' ');
 }
 
 } // namespace nfce::teste

@@ -16,8 +16,8 @@ public:
     bool Montado() const { return montado_; }
     // Empties it, then fills it with the file "enche" until only `livres` bytes are left.
     void Enche(qint64 livres) const;
-    // The names in it, folders included, at every depth.
-    QStringList Conteudo() const;
+    // The files in it at every depth, sorted, separated by spaces.
+    QString Arquivos() const;
 
 private:
     QString pasta_;

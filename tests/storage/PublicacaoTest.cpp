@@ -43,7 +43,7 @@ TEST(Publicacao, DiscoCheioNaoPublicaNada) {
             EXPECT_TRUE(erro.descricao().contains(u"disco cheio"_s) &&
                         erro.descricao().contains(caminho))
                 << erro.descricao().toStdString();
-            EXPECT_EQ(disco.Conteudo(), QStringList{u"enche"_s});
+            EXPECT_EQ(disco.Arquivos(), u"enche"_s);
         }
 }
 
