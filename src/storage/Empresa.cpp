@@ -113,8 +113,9 @@ void GravaRegistroEmpresa(const QString& pasta, const QStringList& linhas) {
     for (const QString& linha : linhas)
         if (!Vazio(linha)) dados += CifraLinha(linha) + "\r\n";
     QSaveFile arquivo(pasta + QStringLiteral("/Empresa.Bin"));
+    // QSaveFile renames even when its last buffered bytes failed: flush first, and check.
     if (!arquivo.open(QIODevice::WriteOnly) || arquivo.write(dados) != dados.size() ||
-        !arquivo.commit())
+        !arquivo.flush() || !arquivo.commit())
         throw ErroExecucao(ErroAcessoCaminho, QStringLiteral("Não foi possível gravar ") +
                                                   arquivo.fileName() + QStringLiteral(": ") +
                                                   arquivo.errorString());
