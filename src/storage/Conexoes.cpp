@@ -93,9 +93,8 @@ void Conexoes::PreparaConexaoPrincipal() {
 std::shared_ptr<Conexao> Conexoes::CriaPrincipal(Conexao::Arquivo arquivo) const {
     const QString base = LerConfig(pasta_, QStringLiteral("BASEDADOS"));
     if (Vazio(base))
-        throw ErroExecucao(
-            ErroObjetoNaoDefinido,
-            QStringLiteral("sem BASEDADOS, nenhum banco de dados configurado"));
+        throw ErroExecucao(ErroArgumentoInvalido,
+                           QStringLiteral("sem BASEDADOS, nenhum banco de dados configurado"));
     return Cria(LerConfig(pasta_, QStringLiteral("SERVIDOR")), base, QStringLiteral("master"),
                 QStringLiteral("brenhova"), arquivo);
 }
