@@ -34,7 +34,8 @@ public:
     void PreparaConexaoPrincipal(); // builds, does not open
     // The main connection as Config.ini gives it, built and not opened; no BASEDADOS or a bad
     // TIPOBANCO raises ErroArgumentoInvalido.
-    std::shared_ptr<Conexao> CriaPrincipal(Conexao::Arquivo arquivo = Conexao::Arquivo::Existente) const;
+    std::shared_ptr<Conexao>
+    CriaPrincipal(Conexao::Arquivo arquivo = Conexao::Arquivo::Existente) const;
     void AbreConexaoRemota();       // builds and opens
     bool AbreConexaoContingencia(); // builds and opens; true when usable
 
