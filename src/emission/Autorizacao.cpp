@@ -29,9 +29,14 @@ void MarcaXml(Servidor& s) {
     s.conexoes.Executa(u"UPDATE vendas SET xml = 'S' WHERE nfce = "_s + Numero(s.venda.NumNfce));
 }
 
+// The sale is authorised already: a copy that fails is logged with its reason, not raised.
 void Copia(Servidor& s, const QString& origem, const QString& destino) {
-    if (!CopiaArquivo(origem, destino))
-        s.ambiente.Registra(u"Não foi possível copiar "_s + origem + u" para "_s + destino);
+    try {
+        CopiaArquivo(origem, destino);
+    } catch (const ErroExecucao& erro) {
+        s.ambiente.Registra(u"Não foi possível copiar "_s + origem + u" para "_s + destino +
+                            u": "_s + erro.descricao());
+    }
 }
 
 void MarcaAutorizada(Servidor& s, const LinhaProtocolo& linha) {

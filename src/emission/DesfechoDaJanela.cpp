@@ -68,8 +68,12 @@ void ConcluiVenda(Servidor& s, const QString& chave, qint64 nfce, const QString&
     if (ArquivoExiste(autorizado)) {
         const QString copia = arquivos.DaEmpresa(u"CONTABILIDADE\\"_s + s.venda.MesAutorizados +
                                                  u"\\"_s + Zeros(nfce, 9) + u"-procNFe.xml"_s);
-        if (!CopiaArquivo(autorizado, copia))
-            s.ambiente.Registra(u"Não foi possível copiar "_s + autorizado + u" para "_s + copia);
+        try {
+            CopiaArquivo(autorizado, copia);
+        } catch (const ErroExecucao& erro) {
+            s.ambiente.Registra(u"Não foi possível copiar "_s + autorizado + u" para "_s + copia +
+                                u": "_s + erro.descricao());
+        }
     }
     const QString marca =
         ErroAoInvocar(desfecho) ? u"enviotime = 1"_s : u"tempo = 1, enviotime = 1"_s;

@@ -58,12 +58,6 @@ void Apaga(const QString& caminho) {
         throw ErroExecucao(ErroAcessoCaminho, u"Não foi possível apagar %1"_s.arg(caminho));
 }
 
-void Copia(const QString& origem, const QString& destino) {
-    if (!CopiaArquivo(origem, destino))
-        throw ErroExecucao(ErroAcessoCaminho,
-                           u"Não foi possível copiar %1 para %2"_s.arg(origem, destino));
-}
-
 class Passagem {
 public:
     Passagem(Servidor& servidor, const AoTerminarVenda& aoTerminar)
@@ -213,7 +207,8 @@ private:
         // A document UniNFe validated but did not send goes to its sending folder again.
         if (ArquivoExiste(Validado())) {
             SobArmadilha(s, [&] {
-                Copia(Validado(), arquivos.DaEmpresa(u"Envio\\"_s + Chave() + u"-nfe.xml"_s));
+                CopiaArquivo(Validado(),
+                             arquivos.DaEmpresa(u"Envio\\"_s + Chave() + u"-nfe.xml"_s));
             });
             Aguarda(0.5);
         }
@@ -275,8 +270,8 @@ private:
                                                   Chave() + u"-procNFe.xml"_s);
         if (!ArquivoExiste(origem)) return;
         SobArmadilha(s, [&] {
-            Copia(origem, arquivos.DaEmpresa(u"CONTABILIDADE\\"_s + mes + u"\\"_s +
-                                             Zeros(daLinha, 9) + u"-procNFe.xml"_s));
+            CopiaArquivo(origem, arquivos.DaEmpresa(u"CONTABILIDADE\\"_s + mes + u"\\"_s +
+                                                    Zeros(daLinha, 9) + u"-procNFe.xml"_s));
         });
     }
 

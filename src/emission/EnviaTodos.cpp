@@ -82,9 +82,13 @@ void Reenvia(Servidor& s, const VendaDaFila& venda) {
     s.painel.LblMens01 = venda.chave;
     const ArquivosDaVenda arquivos(s);
     const QString validado = arquivos.XmlValidado(venda.chave);
-    if (ArquivoExiste(validado) &&
-        !CopiaArquivo(validado, arquivos.NoEnvio(venda.chave + u"-nfe.xml"_s)))
-        s.ambiente.Registra(u"Não foi possível reenviar "_s + validado);
+    if (!ArquivoExiste(validado)) return;
+    try {
+        CopiaArquivo(validado, arquivos.NoEnvio(venda.chave + u"-nfe.xml"_s));
+    } catch (const ErroExecucao& erro) {
+        s.ambiente.Registra(u"Não foi possível reenviar "_s + validado + u": "_s +
+                            erro.descricao());
+    }
 }
 
 // The list goes on after a finished sale, and after one whose own data failed (recorded on

@@ -1,7 +1,6 @@
 #include "nfce/GravadorLinhas.h"
 
 #include "nfce/CampoLimpo.h"
-#include "storage/ArquivoTexto.h"
 
 namespace nfce {
 
@@ -21,22 +20,16 @@ QByteArray Ansi(const QString& texto) {
 
 } // namespace
 
-GravadorLinhas::GravadorLinhas(QString caminho) : caminho_(std::move(caminho)), arquivo_(caminho_) {
-    if (!arquivo_.open(QIODevice::WriteOnly)) Falha();
-}
+GravadorLinhas::GravadorLinhas(QString caminho) : arquivo_(std::move(caminho)) {}
 
 void GravadorLinhas::Escreve(const QString& linha) {
     QByteArray bytes = Ansi(linha);
     bytes += "\r\n";
-    if (arquivo_.write(bytes) != bytes.size()) Falha();
+    arquivo_.Escreve(bytes);
 }
 
 void GravadorLinhas::Fecha() {
-    if (!arquivo_.commit()) Falha();
-}
-
-void GravadorLinhas::Falha() const {
-    throw ErroDeGravacao(caminho_, arquivo_.errorString());
+    arquivo_.Conclui();
 }
 
 } // namespace nfce

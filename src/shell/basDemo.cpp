@@ -2,6 +2,7 @@
 
 #include "shell/Aplicacao.h"
 #include "shell/InstanciaUnica.h"
+#include "shell/Verificacao.h"
 #include "shell/comandos/Comandos.h"
 #include "shell/comandos/Preparo.h"
 #include "shell/comandos/Saida.h"
@@ -103,6 +104,12 @@ int Main(int& argc, char** argv, const QStringList& argumentos) {
         comJanela ? std::make_unique<QApplication>(argc, argv)
                   : std::make_unique<QCoreApplication>(argc, argv);
     const QString pasta = PastaDoComando(argumentos);
+    // Before the lock, the log and the folders: a broken set-up writes nothing.
+    const int verificacao = ExecutaComando([&] {
+        VerificaInstalacao(pasta);
+        return 0;
+    });
+    if (verificacao != 0) return verificacao;
     InstanciaUnica instancia(pasta);
     switch (instancia.Obtem()) {
     case InstanciaUnica::Resultado::OutraRodando:

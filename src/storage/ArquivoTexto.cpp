@@ -1,11 +1,14 @@
 #include "storage/ArquivoTexto.h"
 
+#include "storage/Publicacao.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
+
+#include <cerrno>
 
 namespace nfce {
 
@@ -16,6 +19,18 @@ QByteArray Conteudo(const QString& caminho, qint64 limite) {
     if (!arquivo.open(QIODevice::ReadOnly) || arquivo.size() > limite) return {};
     QByteArray dados = arquivo.read(limite + 1);
     return dados.size() > limite ? QByteArray() : dados;
+}
+
+// The system's reasons for a full disk (or a full quota, the same to the shop).
+bool DiscoCheio(const QString& causa) {
+#ifdef Q_OS_WIN
+    const int codigos[] = {39, 112}; // ERROR_HANDLE_DISK_FULL, ERROR_DISK_FULL
+#else
+    const int codigos[] = {ENOSPC, EDQUOT};
+#endif
+    for (int codigo : codigos)
+        if (causa == qt_error_string(codigo)) return true;
+    return false;
 }
 } // namespace
 
@@ -39,16 +54,17 @@ void GravaLinhas(const QString& caminho, const QStringList& linhas) {
     QByteArray dados;
     for (const QString& linha : linhas)
         dados += QByteArray(ansi(linha)) + "\r\n";
-    QSaveFile arquivo(caminho);
-    if (!arquivo.open(QIODevice::WriteOnly) || arquivo.write(dados) != dados.size() ||
-        !arquivo.commit())
-        throw ErroDeGravacao(caminho, arquivo.errorString());
+    Publica(caminho, dados);
 }
 
 ErroExecucao ErroDeGravacao(const QString& caminho, const QString& causa) {
     const QFileInfo pasta(QFileInfo(caminho).path());
     const QString arquivo = QDir::toNativeSeparators(caminho);
     const QString nomePasta = QDir::toNativeSeparators(pasta.filePath());
+    if (DiscoCheio(causa))
+        return ErroExecucao(
+            ErroDiscoCheio,
+            QStringLiteral("Não foi possível gravar %1: disco cheio (%2)").arg(arquivo, causa));
     if (pasta.isDir())
         return ErroExecucao(
             ErroAcessoCaminho,
@@ -60,10 +76,14 @@ ErroExecucao ErroDeGravacao(const QString& caminho, const QString& causa) {
                         QStringLiteral("Caminho não encontrado: %1 (%2)").arg(arquivo, porque));
 }
 
-bool CopiaArquivo(const QString& origem, const QString& destino) {
+void CopiaArquivo(const QString& origem, const QString& destino) {
+    QFile arquivo(origem);
+    if (!arquivo.open(QIODevice::ReadOnly)) throw ErroDeGravacao(origem, arquivo.errorString());
+    const QByteArray dados = arquivo.readAll();
+    if (arquivo.error() != QFileDevice::NoError)
+        throw ErroDeGravacao(origem, arquivo.errorString());
     QDir().mkpath(QFileInfo(destino).path());
-    if (QFileInfo(destino).isFile()) QFile::remove(destino);
-    return QFile::copy(origem, destino);
+    Publica(destino, dados);
 }
 
 } // namespace nfce

@@ -26,16 +26,19 @@ QStringList LinhasDoArquivo(const QString& caminho, qint64 limite = LimiteRespos
 // than `limite`.
 QString TextoDoArquivo(const QString& caminho, qint64 limite = LimiteXml);
 
-// Creates or replaces the file with the lines, each ended by CR LF. A missing folder raises
+// Creates or replaces the file with the lines, each ended by CR LF, whole or not at all
+// (Publicacao): a full disk raises ErroDiscoCheio (61), a missing folder
 // ErroCaminhoNaoEncontrado (76), any other failure ErroAcessoCaminho (75).
 void GravaLinhas(const QString& caminho, const QStringList& linhas);
 
-// The error of a file that could not be written, naming the file and why: its folder missing
-// or not a folder, ErroCaminhoNaoEncontrado (76); otherwise ErroAcessoCaminho (75) with `causa`.
+// The error of a file that could not be written, naming the file and why: a full disk,
+// ErroDiscoCheio (61) saying "disco cheio"; its folder missing or not a folder,
+// ErroCaminhoNaoEncontrado (76); otherwise ErroAcessoCaminho (75) with `causa`.
 ErroExecucao ErroDeGravacao(const QString& caminho, const QString& causa);
 
-// Copies over an existing target, making its folder when missing (a month folder of the
-// accounting copies may not exist yet); false when the copy could not be made.
-bool CopiaArquivo(const QString& origem, const QString& destino);
+// Copies over an existing target, whole or not at all, making its folder when missing (a month
+// folder of the accounting copies may not exist yet). Raises as GravaLinhas does, and a
+// source that cannot be read as ErroDeGravacao of the source.
+void CopiaArquivo(const QString& origem, const QString& destino);
 
 } // namespace nfce

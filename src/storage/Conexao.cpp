@@ -89,13 +89,15 @@ void Conexao::AbreMySql(QSqlDatabase& banco) {
 
 void Conexao::AbreSqlite(QSqlDatabase& banco) {
     // SQLite would silently create an empty database in place of a missing file.
-    if (arquivo_ == Arquivo::Existente && !QFileInfo(origem_).isFile())
+    if (arquivo_ != Arquivo::CriaSeFaltar && !QFileInfo(origem_).isFile())
         throw ErroExecucao(
             ErroProvedor,
             QStringLiteral("Arquivo de banco de dados não encontrado: %1").arg(origem_));
     banco.setDatabaseName(origem_);
     // A write that meets a till's transaction waits for it instead of failing at once.
-    banco.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(EsperaSqliteMs));
+    QString opcoes = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(EsperaSqliteMs);
+    if (arquivo_ == Arquivo::SoLeitura) opcoes += QStringLiteral(";QSQLITE_OPEN_READONLY");
+    banco.setConnectOptions(opcoes);
     if (!banco.open()) FalhaDoBanco(banco.lastError());
     // The file is only read at the first statement: a file that is no database fails here.
     const QSqlError erro = ErroDe(banco, QStringLiteral("SELECT count(*) FROM sqlite_master"));
@@ -103,6 +105,7 @@ void Conexao::AbreSqlite(QSqlDatabase& banco) {
         banco.close();
         FalhaDoBanco(erro);
     }
+    if (arquivo_ == Arquivo::SoLeitura) return;
     // Every statement is its own transaction; with a write-ahead log a commit costs no disk
     // flush, so the item-by-item updates and the export stay fast. A folder where the log
     // cannot be made keeps the default journal, which is only slower.

@@ -23,8 +23,8 @@ struct Resultado {
 // text; using a closed connection raises ErroObjetoFechado.
 class Conexao {
 public:
-    // Whether opening an SQLite file may create it (MySQL ignores it).
-    enum class Arquivo { Existente, CriaSeFaltar };
+    // Whether opening an SQLite file may create it, or only read it (MySQL ignores it).
+    enum class Arquivo { Existente, CriaSeFaltar, SoLeitura };
 
     // `origem`: the ODBC connection string, or the path of the SQLite file.
     Conexao(TipoBanco tipo, QString origem, Arquivo arquivo = Arquivo::Existente);

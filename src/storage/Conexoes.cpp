@@ -65,10 +65,11 @@ TipoBanco Conexoes::TipoConfigurado() const {
 }
 
 std::shared_ptr<Conexao> Conexoes::Cria(const QString& host, const QString& base,
-                                        const QString& usuario, const QString& senha) const {
+                                        const QString& usuario, const QString& senha,
+                                        Conexao::Arquivo arquivo) const {
     if (TipoConfigurado() == TipoBanco::Sqlite)
-        return std::make_shared<Conexao>(TipoBanco::Sqlite,
-                                         QDir::cleanPath(QDir(pasta_).absoluteFilePath(base)));
+        return std::make_shared<Conexao>(
+            TipoBanco::Sqlite, QDir::cleanPath(QDir(pasta_).absoluteFilePath(base)), arquivo);
     return std::make_shared<Conexao>(TipoBanco::MySql,
                                      StringConexaoMySql(host, base, usuario, senha));
 }
@@ -79,16 +80,23 @@ void Conexoes::Registra(const QString& conexao, const QString& descricao) const 
 
 void Conexoes::PreparaConexaoPrincipal() {
     try {
-        const QString servidor = LerConfig(pasta_, QStringLiteral("SERVIDOR"));
-        const QString base = LerConfig(pasta_, QStringLiteral("BASEDADOS"));
-        if (Vazio(base)) return;
+        if (Vazio(LerConfig(pasta_, QStringLiteral("BASEDADOS")))) return;
         principal_.reset();
         stringPrincipal_.clear();
-        principal_ = Cria(servidor, base, QStringLiteral("master"), QStringLiteral("brenhova"));
+        principal_ = CriaPrincipal();
         stringPrincipal_ = principal_->Origem();
     } catch (const ErroExecucao& erro) {
         Registra(QStringLiteral("principal"), erro.descricao());
     }
+}
+
+std::shared_ptr<Conexao> Conexoes::CriaPrincipal(Conexao::Arquivo arquivo) const {
+    const QString base = LerConfig(pasta_, QStringLiteral("BASEDADOS"));
+    if (Vazio(base))
+        throw ErroExecucao(ErroArgumentoInvalido,
+                           QStringLiteral("sem BASEDADOS, nenhum banco de dados configurado"));
+    return Cria(LerConfig(pasta_, QStringLiteral("SERVIDOR")), base, QStringLiteral("master"),
+                QStringLiteral("brenhova"), arquivo);
 }
 
 void Conexoes::AbreConexaoRemota() {

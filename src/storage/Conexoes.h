@@ -32,6 +32,10 @@ public:
     // Builders: they trap and log their own errors; a failed build leaves the connection
     // closed (or not built), and the next reopen reports the failure.
     void PreparaConexaoPrincipal(); // builds, does not open
+    // The main connection as Config.ini gives it, built and not opened; no BASEDADOS or a bad
+    // TIPOBANCO raises ErroArgumentoInvalido.
+    std::shared_ptr<Conexao>
+    CriaPrincipal(Conexao::Arquivo arquivo = Conexao::Arquivo::Existente) const;
     void AbreConexaoRemota();       // builds and opens
     bool AbreConexaoContingencia(); // builds and opens; true when usable
 
@@ -72,7 +76,8 @@ public:
 
 private:
     std::shared_ptr<Conexao> Cria(const QString& host, const QString& base, const QString& usuario,
-                                  const QString& senha) const;
+                                  const QString& senha,
+                                  Conexao::Arquivo arquivo = Conexao::Arquivo::Existente) const;
     TipoBanco TipoConfigurado() const;
     QString Config(const QString& chave, const QString& padrao = {}) const;
     void Registra(const QString& conexao, const QString& descricao) const;

@@ -25,6 +25,13 @@ struct Empresa {
 // Errors of the reader (53, 5) go to the caller.
 Empresa CarregaEmpresa(const QString& pastaPrograma);
 
+// Raises ErroArgumentoInvalido (5) with one line naming Empresa.Bin and what is wrong when the
+// record cannot make documents: cut short (its last line unended), a CNPJ that is not 14
+// digits with valid check digits, or NOME, SERIE, CODMUNICIPIO (7 digits), ENDERECO, NUMERO,
+// BAIRRO, CIDADE, UF (a state's letters) or CEP (8 digits) missing or malformed. A missing or
+// damaged file raises as CarregaEmpresa does.
+void VerificaEmpresa(const QString& pastaPrograma);
+
 // Writes "Empresa.Bin" from plain KEY=value lines, scrambled, in one piece: a reader
 // never sees half a record. Blank lines are left out. Errors: 5 (a character that
 // cannot be stored), 75 (the file cannot be written).

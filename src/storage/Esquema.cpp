@@ -3,6 +3,7 @@
 #include "storage/ErroExecucao.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 // The resources of a static library have to be registered by hand, outside any namespace.
 static void RegistraRecursosDoEsquema() {
@@ -34,6 +35,12 @@ void DesfazSemFalhar(Conexao& conexao) {
         conexao.Executa(QStringLiteral("ROLLBACK"));
     } catch (const ErroExecucao&) {
     }
+}
+
+QString Script(const Conexao& conexao, const QString& nome) {
+    const QString dialeto =
+        conexao.Tipo() == TipoBanco::Sqlite ? QStringLiteral("sqlite") : QStringLiteral("mysql");
+    return QStringLiteral(":/schema/%1.%2.sql").arg(nome, dialeto);
 }
 
 } // namespace
@@ -74,9 +81,22 @@ void ExecutaScript(Conexao& conexao, const QString& recurso) {
 }
 
 void CriaEsquema(Conexao& conexao, const QString& nome) {
-    const QString dialeto =
-        conexao.Tipo() == TipoBanco::Sqlite ? QStringLiteral("sqlite") : QStringLiteral("mysql");
-    ExecutaScript(conexao, QStringLiteral(":/schema/%1.%2.sql").arg(nome, dialeto));
+    ExecutaScript(conexao, Script(conexao, nome));
+}
+
+QStringList TabelasFaltando(Conexao& conexao, const QString& nome) {
+    static const QRegularExpression criacao(QStringLiteral("^CREATE TABLE IF NOT EXISTS (\\w+)"),
+                                            QRegularExpression::MultilineOption);
+    QStringList faltando;
+    for (const auto& tabela : criacao.globalMatch(LeRecurso(Script(conexao, nome)))) {
+        try {
+            conexao.Consulta(QStringLiteral("SELECT * FROM %1 WHERE 1 = 0")
+                                 .arg(conexao.Identificador(tabela.captured(1))));
+        } catch (const ErroExecucao&) {
+            faltando.append(tabela.captured(1));
+        }
+    }
+    return faltando;
 }
 
 } // namespace nfce

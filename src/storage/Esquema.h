@@ -9,6 +9,9 @@ namespace nfce {
 // Tables that exist already are left as they are.
 void CriaEsquema(Conexao& conexao, const QString& nome);
 
+// The tables of the DDL of `nome` that the database of `conexao` lacks (open or not).
+QStringList TabelasFaltando(Conexao& conexao, const QString& nome);
+
 // Runs a script of the program's resources statement by statement; on SQLite in one
 // transaction. A missing resource raises ErroArquivoNaoEncontrado.
 void ExecutaScript(Conexao& conexao, const QString& recurso);

@@ -46,7 +46,9 @@ const QStringList empresaExemplo = {
 
 void GravaConfiguracao(const QString& pasta) {
     QSaveFile arquivo(pasta + QStringLiteral("/Config.ini"));
-    if (!arquivo.open(QIODevice::WriteOnly) || arquivo.write(configuracao) < 0 || !arquivo.commit())
+    // QSaveFile renames even when its last buffered bytes failed: flush first, and check.
+    if (!arquivo.open(QIODevice::WriteOnly) || arquivo.write(configuracao) < 0 ||
+        !arquivo.flush() || !arquivo.commit())
         throw ErroExecucao(ErroAcessoCaminho,
                            QStringLiteral("Não foi possível gravar ") + arquivo.fileName());
 }

@@ -9,6 +9,22 @@
 
 namespace nfce::teste {
 
+using namespace Qt::StringLiterals;
+
+const QStringList RegistroDaLoja = {u"CNPJ=18123456000104"_s,
+                                    u"NOME=Mercado Bom Preco Ltda"_s,
+                                    u"SERIE=1"_s,
+                                    u"CODMUNICIPIO=3106200"_s,
+                                    u"IE=062.307.904/0081"_s,
+                                    u"ENDERECO=Rua da Bahia"_s,
+                                    u"NUMERO=1148"_s,
+                                    u"COMPLEMENTO=loja 2"_s,
+                                    u"BAIRRO=Centro"_s,
+                                    u"CIDADE=Belo Horizonte"_s,
+                                    u"UF=mg"_s,
+                                    u"TELEFONE=(31) 3333-4444"_s,
+                                    u"CEP=30.160-011"_s};
+
 PastaPrograma::PastaPrograma() : caminho_(dir_.path()) {}
 
 QString PastaPrograma::Caminho(const QString& relativo) const {

@@ -6,6 +6,10 @@
 
 namespace nfce::teste {
 
+// The test shop's company record (typed with mixed case and punctuation, which the golden
+// NFC-e texts depend on), as KEY=value lines.
+extern const QStringList RegistroDaLoja;
+
 // A throw-away program folder: the place where Config.ini, Empresa.Bin, the databases
 // and the working folders of one test live.
 class PastaPrograma {

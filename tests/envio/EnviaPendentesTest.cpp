@@ -1,5 +1,6 @@
 #include "emission/EnviaPendentes.h"
 #include "Simulador.h"
+#include "apoio/DiscoPequeno.h"
 #include "apoio/LojaComUniNfe.h"
 #include "apoio/Programa.h"
 #include "contexto/Servidor.h"
@@ -353,6 +354,23 @@ TEST_P(EnviaPendentesTest, OutroErroEMostradoEAPassagemSegue) {
     EXPECT_EQ(ambiente.mensagens[0].titulo, u"Atenção *"_s);
     EXPECT_TRUE(ambiente.mensagens[0].texto.startsWith(u"75\n"_s));
     EXPECT_EQ(Estado(8001), u"1/1"_s);
+}
+
+// A full disk: nothing reaches UniNFe, the sale waits as it was, its error and the log say why.
+TEST_P(EnviaPendentesTest, DiscoCheioDeixaAVendaPendente) {
+    Venda(8101, 1);
+    DiscoPequeno disco(NaEmpresa({}), 8);
+    if (!disco.Montado()) GTEST_SKIP() << "mounting a tmpfs is not permitted here";
+    disco.Enche(0);
+    for (const QString& p : {u"Envio"_s, u"Validar"_s, u"Retorno"_s})
+        QDir().mkpath(NaEmpresa(p));
+    Passa();
+    EXPECT_EQ(Estado(8101), u"/0"_s);
+    EXPECT_EQ(disco.Arquivos(), u"enche"_s);
+    EXPECT_TRUE(Coluna(u"erro"_s, 8101).contains(u"disco cheio"_s))
+        << Coluna(u"erro"_s, 8101).toStdString();
+    EXPECT_TRUE(ambiente.registro.join(u'\n').contains(u"disco cheio"_s))
+        << ambiente.registro.join(u'\n').toStdString();
 }
 
 TEST_P(EnviaPendentesTest, ComandosDeLinha) {

@@ -1,4 +1,5 @@
 #include "apoio/BancoTeste.h"
+#include "apoio/PastaPrograma.h"
 #include "apoio/Programa.h"
 
 #include <QFileInfo>
@@ -14,6 +15,10 @@ Execucao Roda(const QStringList& argumentos) {
 
 class ComandoExportarTest : public BancoTeste {
 protected:
+    void SetUp() override {
+        BancoTeste::SetUp();
+        pasta.EscreveEmpresa(RegistroDaLoja);
+    }
     Execucao Exporta(const QStringList& config) {
         pasta.EscreveConfig(LinhasDosBancos() + config);
         return Roda({u"--pasta"_s, pasta.caminho()});

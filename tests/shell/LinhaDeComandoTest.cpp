@@ -2,8 +2,10 @@
 #include "apoio/Programa.h"
 #include "shell/InstanciaUnica.h"
 #include "storage/Configuracao.h"
+#include "storage/Instalacao.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -73,22 +75,82 @@ TEST(LinhaDeComando, IniciarCriaUmaVezSo) {
     EsperaFalha(RodaServidor({u"iniciar"_s, destino}), 1, u"(erro 58)"_s);
 }
 
+// Every file below the folder with its size and time: what a run must leave as it was.
+QString Retrato(const QString& pasta) {
+    QStringList itens;
+    QDirIterator it(pasta, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QFileInfo f = it.nextFileInfo();
+        itens.append(u"%1 %2 %3"_s.arg(QDir(pasta).relativeFilePath(f.filePath()))
+                         .arg(f.size())
+                         .arg(f.lastModified().toMSecsSinceEpoch()));
+    }
+    itens.sort();
+    return itens.join(u'\n');
+}
+
 // The server: a second one on the same folder ends at once without a word; a folder without
-// settings fails its start-up with one line, also written to the day's log.
+// settings fails its start-up with one line and writes nothing, not even the day's log.
 TEST(LinhaDeComando, ServidorSegundaInstanciaEPartidaSemArquivos) {
     PastaPrograma pasta;
-    const QStringList argumentos = {u"--pasta"_s, pasta.caminho(), u"--sem-janela"_s};
+    const QString pronta = pasta.Caminho(u"pronta"_s);
+    CriaPastaPrograma(pronta, false, QDate::currentDate());
     {
-        InstanciaUnica primeira(pasta.caminho());
+        InstanciaUnica primeira(pronta);
         ASSERT_EQ(primeira.Obtem(), InstanciaUnica::Resultado::Obtida);
-        const Execucao segunda = RodaServidor(argumentos);
+        const Execucao segunda = RodaServidor({u"--pasta"_s, pronta, u"--sem-janela"_s});
         EXPECT_EQ(segunda.status, 0);
         EXPECT_EQ(segunda.saida + segunda.erro, QString());
     }
-    EsperaFalha(RodaServidor(argumentos), 1, u"(erro 53)"_s);
-    const QStringList logs = QDir(pasta.Caminho(u"LOG"_s)).entryList(QDir::Files);
-    ASSERT_EQ(logs.size(), 1);
-    EXPECT_TRUE(pasta.LeArquivo(u"LOG/"_s + logs.first()).contains("(erro 53)"));
+    const QString vazia = pasta.Caminho(u"vazia"_s);
+    QDir().mkpath(vazia);
+    EsperaFalha(RodaServidor({u"--pasta"_s, vazia, u"--sem-janela"_s}), 1, u"(erro 53)"_s);
+    EXPECT_EQ(Retrato(vazia), QString());
+}
+
+// Broken set-up files stop the server and every command that works on the folder before
+// anything is written: one line naming the file and the fault, status 1.
+TEST(LinhaDeComando, InstalacaoDefeituosaNaoEscreveNada) {
+    PastaPrograma pasta;
+    const QString demo = pasta.Caminho(u"demo"_s);
+    CriaPastaPrograma(demo, true, QDate::currentDate());
+    const QByteArray config = pasta.LeArquivo(u"demo/Config.ini"_s);
+    const QByteArray empresa = pasta.LeArquivo(u"demo/Empresa.Bin"_s);
+    const QByteArray sqlite = "TIPOBANCO=SQLITE\r\n";
+    const std::vector<std::tuple<QString, QByteArray, QString>> casos = {
+        {u"Config.ini"_s, {}, u"Config.ini: sem BASEDADOS"_s},
+        {u"Config.ini"_s, QByteArray("\0\x01\xff\xfe\x80", 5).repeated(500),
+         u"Config.ini: sem BASEDADOS"_s},
+        {u"Config.ini"_s, sqlite + "BASEDADOS=lo", u"\"lo\" (BASEDADOS em Config.ini)"_s},
+        {u"Config.ini"_s, sqlite + "BASEDADOS=" + QByteArray(5000, 'x') + "\r\n",
+         u"não encontrado"_s},
+        {u"Config.ini"_s, sqlite + "BASEDADOS=lo'ja\"|.db\r\n", u"\"lo'ja\"|.db\""_s},
+        {u"loja.db"_s, {}, u"faltam as tabelas vendas"_s},
+        {u"loja.db"_s, QByteArray(4096, '\xa5'), u"\"loja.db\" (BASEDADOS em Config.ini)"_s},
+        {u"Empresa.Bin"_s, {}, u"Empresa.Bin inválido: o arquivo está vazio"_s},
+        {u"Empresa.Bin"_s, empresa.left(empresa.size() / 2 + 1), u"Empresa.Bin inválido"_s},
+    };
+    const std::vector<QStringList> comandos = {
+        {u"--sem-janela"_s, u"--pasta"_s, demo}, {u"gerar"_s, u"1001"_s, u"--pasta"_s, demo},
+        {u"enviar"_s, u"--pasta"_s, demo},       {u"exportar"_s, u"--pasta"_s, demo},
+        {u"reenfileirar"_s, u"--pasta"_s, demo},
+    };
+    for (const auto& [arquivo, conteudo, trecho] : casos) {
+        const QByteArray antes = pasta.LeArquivo(u"demo/"_s + arquivo);
+        pasta.EscreveArquivo(u"demo/"_s + arquivo, conteudo);
+        const QString retrato = Retrato(demo);
+        for (const QStringList& comando : comandos) {
+            SCOPED_TRACE((arquivo + u' ' + trecho + u" / "_s + comando.first()).toStdString());
+            const Execucao e = RodaServidor(comando);
+            EsperaFalha(e, 1, trecho);
+            EXPECT_EQ(e.erro.count(u'\n'), 1);
+            EXPECT_EQ(Retrato(demo), retrato) << retrato.toStdString();
+        }
+        pasta.EscreveArquivo(u"demo/"_s + arquivo, antes);
+    }
+    // And the folder as it was serves again.
+    EXPECT_EQ(RodaServidor(comandos[1]).status, 0);
 }
 
 } // namespace

@@ -36,7 +36,7 @@ QList<VendaPendente> Pendentes(Servidor& servidor) {
 int ComandoEnviar(const QStringList& argumentos) {
     if (!SoPasta(argumentos)) return ErroDeUso(u"enviar [--pasta DIR]"_s);
     AmbienteQt ambiente;
-    Servidor servidor(PastaDoComando(argumentos), ambiente);
+    Servidor servidor(PastaVerificada(argumentos), ambiente);
     PreparaServidor(servidor);
     const QList<VendaPendente> antes = Pendentes(servidor);
     QSet<QString> vistas;

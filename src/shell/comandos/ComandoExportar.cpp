@@ -37,7 +37,7 @@ void MostraResultado(const ResultadoExportacao& r) {
 int ComandoExportar(const QStringList& argumentos) {
     if (!SoPasta(argumentos)) return ErroDeUso(u"exportar [--pasta DIR]"_s);
     AmbienteQt ambiente;
-    Servidor servidor(PastaDoComando(argumentos), ambiente);
+    Servidor servidor(PastaVerificada(argumentos), ambiente);
     servidor.conexoes.PreparaConexaoPrincipal();
     servidor.conexoes.AbreConexaoRemota();
     const ResultadoExportacao resultado = CmdExportar(servidor);

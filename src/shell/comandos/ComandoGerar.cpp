@@ -38,7 +38,7 @@ int ComandoGerar(const QStringList& argumentos) {
         return ErroDeUso(u"gerar NFCE [--pasta DIR]"_s);
     const qint64 nfce = NumeroNfce(posicionais.first());
     AmbienteQt ambiente;
-    Servidor servidor(PastaDoComando(argumentos), ambiente);
+    Servidor servidor(PastaVerificada(argumentos), ambiente);
     PreparaServidor(servidor);
     EscreveSaida(QDir::toNativeSeparators(GeraNfceDaVenda(servidor, nfce)) + u'\n');
     return 0;

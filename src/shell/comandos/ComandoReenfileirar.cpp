@@ -28,7 +28,7 @@ int Devolviveis(Servidor& servidor) {
 int ComandoReenfileirar(const QStringList& argumentos) {
     if (!SoPasta(argumentos)) return ErroDeUso(u"reenfileirar [--pasta DIR]"_s);
     AmbienteQt ambiente;
-    Servidor servidor(PastaDoComando(argumentos), ambiente);
+    Servidor servidor(PastaVerificada(argumentos), ambiente);
     servidor.conexoes.PreparaConexaoPrincipal();
     servidor.conexoes.ReabreConexao();
     const int devolvidas = Devolviveis(servidor);

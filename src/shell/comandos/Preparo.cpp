@@ -3,6 +3,7 @@
 #include "contexto/Servidor.h"
 #include "emission/EmiteNfceImprime.h"
 #include "shell/Inicio.h"
+#include "shell/Verificacao.h"
 #include "shell/comandos/Comandos.h"
 
 #include <QCoreApplication>
@@ -22,6 +23,12 @@ void PreparaServidor(Servidor& servidor) {
 QString PastaDoComando(const QStringList& argumentos) {
     const QString pasta = ValorOpcao(argumentos, u"--pasta"_s);
     return QDir(pasta.isEmpty() ? QCoreApplication::applicationDirPath() : pasta).absolutePath();
+}
+
+QString PastaVerificada(const QStringList& argumentos) {
+    const QString pasta = PastaDoComando(argumentos);
+    VerificaInstalacao(pasta);
+    return pasta;
 }
 
 } // namespace nfce

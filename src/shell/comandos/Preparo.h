@@ -14,5 +14,7 @@ void PreparaServidor(Servidor& servidor);
 
 // The program folder of a command: "--pasta DIR" made absolute, else the program's own.
 QString PastaDoComando(const QStringList& argumentos);
+// The same, once VerificaInstalacao has passed (its error goes to the caller).
+QString PastaVerificada(const QStringList& argumentos);
 
 } // namespace nfce
