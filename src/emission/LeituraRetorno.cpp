@@ -55,7 +55,6 @@ QString LeChaveNfe(Servidor& s) {
     if (Vazio(chave)) return chave;
     if (!RespostaSemChave(chave) && !ChaveDaNota(chave, v.CnpjEmpresa, v.SerieNfce, v.NumNfce)) {
         RecusaChave(s, OndeCupom(v), resposta, chave);
-        return {};
     }
     RegistraChave(s, chave);
     return chave;

@@ -68,7 +68,7 @@ bool DaVenda(const LinhaProtocolo& linha, const QString& chave) {
 void RecusaLinha(Servidor& s, const LinhaProtocolo& linha, const QString& chave,
                  const QString& arquivo, QString& mensagem) {
     if (!ChaveValida(chave)) return;
-    RecusaChave(s, OndeCupom(s.venda), arquivo, linha.Campo(2));
+    AnotaChaveRecusada(s, OndeCupom(s.venda), arquivo, linha.Campo(2));
     if (mensagem.isEmpty()) mensagem = ChaveInvalida;
 }
 

@@ -12,7 +12,7 @@ struct Servidor;
 // the routine waits, looks again, and returns "" when its looks run out.
 
 // The access key from "<base>-nfe.txt"; written to LblMens01 and vendas.chave. A key that is
-// not the sale's is refused (RecusaChave) and gives "".
+// not the sale's is refused (RecusaChave): its error is raised.
 QString LeChaveNfe(Servidor& s);
 // "Falha na Conversao da NFC-e - <segments>" from "<base>-nfe.err", stored in vendas.erro.
 QString LeErroNfe(Servidor& s);

@@ -51,7 +51,6 @@ QString LeChave(Servidor& s, qint32 nNF, const QString& sufixo, LeituraDaChave l
     const QString onde = u" WHERE nfce = "_s + QString::number(nNF);
     if (!RespostaSemChave(chave) && !ChaveDaNota(chave, s.empresa.Cnpj, s.empresa.Serie, nNF)) {
         RecusaChave(s, onde, resposta, chave);
-        return {};
     }
     s.conexoes.Executa(u"UPDATE vendas SET chave = '"_s + EscapaTexto(chave.left(LarguraChave)) +
                        u"'"_s + onde);

@@ -13,7 +13,8 @@ void PedeChave(Servidor& s, qint32 nNF, const QString& AAMM, int tpEmis);
 
 // Wait for UniNFe's answer (XML form: the key at characters 64-107 of a line; text form: the
 // last line), store it in vendas.chave and return it; "" when none came in 10 looks. Only the
-// sale's own key or UniNFe's "0" is taken: any other text is refused (RecusaChave) and gives "".
+// sale's own key or UniNFe's "0" is taken: any other text is refused (RecusaChave): its error is
+// raised.
 QString LeChaveXml(Servidor& s, qint32 nNF);
 QString LeChaveTxt(Servidor& s, qint32 nNF);
 

@@ -17,7 +17,8 @@ bool RespostaPresente(Servidor& s, const QString& caminho, qint64 limite) {
     return false;
 }
 
-void RecusaChave(Servidor& s, const QString& onde, const QString& arquivo, const QString& lida) {
+void AnotaChaveRecusada(Servidor& s, const QString& onde, const QString& arquivo,
+                        const QString& lida) {
     s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + ChaveInvalida + u"'"_s + onde);
     // Printable and short: the text is someone else's.
     QString mostrada = lida.left(60);
@@ -26,6 +27,11 @@ void RecusaChave(Servidor& s, const QString& onde, const QString& arquivo, const
     s.RegistraUmaVez(
         u"NFC-e %1: %2 em %3: \"%4\""_s.arg(QString::number(s.venda.NumNfce), ChaveInvalida,
                                             QDir::toNativeSeparators(arquivo), mostrada));
+}
+
+void RecusaChave(Servidor& s, const QString& onde, const QString& arquivo, const QString& lida) {
+    AnotaChaveRecusada(s, onde, arquivo, lida);
+    throw ErroExecucao(ErroTipoIncompativel, ChaveInvalida);
 }
 
 } // namespace nfce

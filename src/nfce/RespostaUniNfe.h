@@ -16,6 +16,11 @@ bool RespostaPresente(Servidor& s, const QString& caminho, qint64 limite = Limit
 // The sale (`onde`: its WHERE clause) gets the reason in erro and stays pending; the log gets
 // the file and what it held, the first time.
 inline const QString ChaveInvalida = QStringLiteral("chave inválida recebida do UniNFe");
-void RecusaChave(Servidor& s, const QString& onde, const QString& arquivo, const QString& lida);
+void AnotaChaveRecusada(Servidor& s, const QString& onde, const QString& arquivo,
+                        const QString& lida);
+// The same, for the key the sale is sent under: nothing more is done for the sale in this pass
+// (raises ErroTipoIncompativel, which the sender records on the sale and goes on).
+[[noreturn]] void RecusaChave(Servidor& s, const QString& onde, const QString& arquivo,
+                              const QString& lida);
 
 } // namespace nfce

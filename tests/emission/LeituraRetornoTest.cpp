@@ -1,6 +1,7 @@
 #include "CenarioRetorno.h"
 
 #include "emission/Retorno.h"
+#include "storage/ErroExecucao.h"
 
 namespace nfce::teste {
 namespace {
@@ -45,7 +46,13 @@ TEST_P(LeituraRetornoTest, ChaveDaConversao) {
             ambiente.Agenda(ambiente.Monotonico() + apareceEm,
                             [&] { Grava(Base + u"-nfe.txt"_s, resposta); });
         const qint64 antes = ambiente.msAguardados();
-        EXPECT_EQ(LeChaveNfe(*s), chave);
+        QString lida;
+        try {
+            lida = LeChaveNfe(*s);
+        } catch (const ErroExecucao& e) {
+            EXPECT_EQ(e.descricao(), recusa);
+        }
+        EXPECT_EQ(lida, chave);
         EXPECT_EQ(ambiente.msAguardados() - antes, ms);
         EXPECT_EQ(s->painel.LblMens01 + DaVenda(u"chave"_s) + Colunas(u"orcamento"_s, u"chave"_s),
                   chave + chave + chave);

@@ -3,6 +3,7 @@
 #include "apoio/Erros.h"
 #include "nfce/ChaveAcesso.h"
 #include "nfce/PedidoChave.h"
+#include "nfce/RespostaUniNfe.h"
 
 #include <QDir>
 
@@ -74,7 +75,14 @@ TEST_P(PedidoChaveTest, RespostaNasDuasFormas) {
         if (resposta != "-")
             ambiente.Agenda(ambiente.Monotonico() + apareceEm, [&] { Grava(nome, resposta); });
         const qint64 antes = ambiente.msAguardados();
-        const QString lida = emXml ? LeChaveXml(*s, 1234) : LeChaveTxt(*s, 1234);
+        QString lida;
+        try {
+            lida = emXml ? LeChaveXml(*s, 1234) : LeChaveTxt(*s, 1234);
+            EXPECT_NE(registro, recusa);
+        } catch (const ErroExecucao& erro) {
+            EXPECT_EQ(registro, recusa);
+            EXPECT_EQ(erro.descricao(), ChaveInvalida);
+        }
         EXPECT_EQ(lida.toLatin1(), chave);
         EXPECT_EQ(ambiente.msAguardados() - antes, ms);
         EXPECT_EQ(DaVenda(u"chave"_s) + DaVenda(u"chave"_s, 900), lida + lida);
