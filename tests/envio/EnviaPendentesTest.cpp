@@ -9,6 +9,7 @@
 #include "storage/Empresa.h"
 #include "storage/Esquema.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QRegularExpression>
 
@@ -175,10 +176,12 @@ TEST_P(EnviaPendentesTest, LinhasHostisNaoSeguramAsOutras) {
 TEST_P(EnviaPendentesTest, UmaVendaOuRespostaRuimNaoSeguraAsOutras) {
     struct Caso {
         const char* nome;
-        QString cenario; // "{outra}": the key of an earlier sale; "{errada}": it, check digit off
-        QString sql;     // run with the sale's NFC-e as %1
-        QString erro;    // part of the sale's erro afterwards
-        QString estado;  // tempo/enviotime afterwards
+        // "{outra}": the key of an earlier sale; "{errada}": it, check digit off; "{vitima}": a
+        // folder outside the program folder, one per run (the engines run side by side)
+        QString cenario;
+        QString sql;    // run with the sale's NFC-e as %1
+        QString erro;   // part of the sale's erro afterwards
+        QString estado; // tempo/enviotime afterwards
         // The answers of an earlier attempt (778) left in Retorno, and UniNFe not answering
         // while the sale is sent again: nothing may be read as this attempt's.
         bool antigas = false;
@@ -208,14 +211,17 @@ TEST_P(EnviaPendentesTest, UmaVendaOuRespostaRuimNaoSeguraAsOutras) {
          u"fora do limite"_s,
          u"0/1"_s},
         {"stale answers", u"rejeita 778"_s, {}, u""_s, u"/0"_s, true},
-        {"key a path", u"chave-falsa ./../../../../outra/x"_s, {}, invalida, u"/0"_s},
+        {"key a path", u"chave-falsa ./../../../../{vitima}/x"_s, {}, invalida, u"/0"_s},
         {"key with quotes", u"chave-falsa 3126'||'x\";--"_s, {}, invalida, u"/0"_s},
         {"key of 43 digits", u"chave-falsa "_s + QString(43, u'3'), {}, invalida, u"/0"_s},
         {"key check digit", u"chave-falsa {errada}"_s, {}, invalida, u"/0"_s},
         {"another sale's key", u"chave-falsa {outra}"_s, {}, invalida, u"/0"_s},
         {"protocol of another sale", u"protocolo-chave {outra}"_s, {}, u""_s, u"/0"_s},
     };
-    const QString fora = QDir::cleanPath(pasta.Caminho(Cnpj + u"/Retorno/./../../../../outra"_s));
+    const QString pastaVitima = u"outra-%1-%2"_s.arg(QCoreApplication::applicationPid())
+                                    .arg(EmSqlite() ? u"sqlite"_s : u"mariadb"_s);
+    const QString fora =
+        QDir::cleanPath(pasta.Caminho(Cnpj + u"/Retorno/./../../../../"_s + pastaVitima));
     const QStringList vitimas = {u"x-num-lot.txt"_s, u"x-num-lot.xml"_s, u"x-nfe.xml"_s};
     const auto vitima = [&](const QString& nome) {
         QFile arquivo(fora + u'/' + nome);
@@ -234,7 +240,10 @@ TEST_P(EnviaPendentesTest, UmaVendaOuRespostaRuimNaoSeguraAsOutras) {
         const QString errada = outra.left(43) + QString::number((outra.right(1).toInt() + 1) % 10);
         NovoServidor();
         Venda(n + 1, n + 1,
-              QString(c.cenario).replace(u"{outra}"_s, outra).replace(u"{errada}"_s, errada));
+              QString(c.cenario)
+                  .replace(u"{outra}"_s, outra)
+                  .replace(u"{errada}"_s, errada)
+                  .replace(u"{vitima}"_s, pastaVitima));
         if (!c.sql.isEmpty()) Executa(c.sql.arg(n + 1));
         if (c.antigas) { // rejected at the first attempt, its answers left, then queued again
             Passa();
