@@ -1,6 +1,7 @@
 // UniNFe's conversion answer "<base>-nfe.txt", whose "ChaveNFe" line carries the key.
 #include "apoio/ProgramaFuzz.h"
 #include "emission/Retorno.h"
+#include "storage/ErroExecucao.h"
 
 using namespace nfce;
 using namespace nfce::teste;

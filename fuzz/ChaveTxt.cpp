@@ -1,6 +1,7 @@
 // UniNFe's access-key answer in its text form, "<nNF>-ret-gerar-chave.txt".
 #include "apoio/ProgramaFuzz.h"
 #include "nfce/PedidoChave.h"
+#include "storage/ErroExecucao.h"
 
 using namespace nfce;
 using namespace nfce::teste;

@@ -1,6 +1,7 @@
 // UniNFe's access-key answer in its XML form, "<nNF>-ret-gerar-chave.xml".
 #include "apoio/ProgramaFuzz.h"
 #include "nfce/PedidoChave.h"
+#include "storage/ErroExecucao.h"
 
 using namespace nfce;
 using namespace nfce::teste;
