@@ -6,9 +6,9 @@
 
 namespace nfce {
 
-QStringList LotesDoArquivo(const QString& caminho) {
+QStringList LotesDoTexto(QByteArrayView bytes) {
     QStringList lotes;
-    for (const QString& linha : LinhasDoArquivo(caminho))
+    for (const QString& linha : LinhasDoTexto(bytes))
         if (!Vazio(linha.left(15))) lotes.append(TextoNumero(Val(linha.left(15))));
     return lotes;
 }

@@ -1,0 +1,38 @@
+#include "emission/RespostasDaVenda.h"
+
+#include "nfce/ChaveAcesso.h"
+#include "storage/ArquivoTexto.h"
+
+namespace nfce {
+
+using namespace Qt::StringLiterals;
+
+ErroDeConversao ErroDaConversao(QByteArrayView bytes) {
+    const QStringList linhas = LinhasDoTexto(bytes);
+    ErroDeConversao erro{{}, linhas.size()};
+    for (const QString& linha : linhas) {
+        if (linha.startsWith(u"xMotivo"_s)) erro.mensagem = u"Falha na Conversao da NFC-e - "_s;
+        if (linha.startsWith(u"Segmento"_s)) erro.mensagem += linha.mid(9, 3);
+    }
+    return erro;
+}
+
+QStringList RecusasDoRecibo(QByteArrayView bytes) {
+    QStringList recusas;
+    for (const QString& linha : LinhasDoTexto(bytes))
+        if (linha.startsWith(u"Message"_s)) recusas.append(linha.mid(8, 50).toUpper());
+    return recusas;
+}
+
+std::vector<LinhaDoRetorno> LinhasDoRetorno(QByteArrayView bytes, const QString& chave) {
+    const bool valida = ChaveValida(chave);
+    std::vector<LinhaDoRetorno> linhas;
+    for (const QString& texto : LinhasDoTexto(bytes)) {
+        if (texto.isEmpty() || texto.startsWith(u';')) continue;
+        const LinhaProtocolo linha(texto);
+        linhas.push_back({linha, valida && linha.Campo(2) == chave});
+    }
+    return linhas;
+}
+
+} // namespace nfce
