@@ -73,11 +73,11 @@ void GravaLote(Servidor& s) {
     const QString chave = s.painel.LblMens01;
     for (int tentativa = 0; tentativa < 3; ++tentativa) {
         s.ambiente.DoEvents();
-        const QStringList lotes =
-            LotesDoTexto(RespostaLida(s, arquivos.NoRetorno(chave + u"-num-lot.txt"_s)));
-        if (!lotes.isEmpty()) {
-            s.conexoes.Executa(u"UPDATE vendas SET lote = '"_s + lotes.last() +
-                               u"' WHERE chave = '"_s + EscapaTexto(Apara(chave)) + u"'"_s);
+        const QString lote = LoteDoTexto(
+            RespostaLida(s, arquivos.NoRetorno(chave + u"-num-lot.txt"_s)), QualLote::Ultimo);
+        if (!lote.isEmpty()) {
+            s.conexoes.Executa(u"UPDATE vendas SET lote = '"_s + lote + u"' WHERE chave = '"_s +
+                               EscapaTexto(Apara(chave)) + u"'"_s);
             return;
         }
         s.ambiente.Aguarda(1);
@@ -92,9 +92,9 @@ QString LeErroRecibo(Servidor& s) {
     v.TempoEspera = TempoDeEspera(s);
     // NumLote starts as "0", never blank: one look decides.
     for (int restantes = 10; restantes > 0; --restantes) {
-        const QStringList lotes =
-            LotesDoTexto(RespostaLida(s, arquivos.NoRetorno(chave + u"-num-lot.txt"_s)));
-        if (!lotes.isEmpty()) v.NumLote = lotes.first();
+        const QString lote = LoteDoTexto(
+            RespostaLida(s, arquivos.NoRetorno(chave + u"-num-lot.txt"_s)), QualLote::Primeiro);
+        if (!lote.isEmpty()) v.NumLote = lote;
         s.ambiente.Aguarda(1);
         if (!Vazio(v.NumLote)) break;
     }

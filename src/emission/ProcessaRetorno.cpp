@@ -35,9 +35,9 @@ bool ReimprimeSeAutorizada(Servidor& s, const QString& chave) {
 // The last lot number of "<key>-num-lot.txt"; the earlier one stays when there is none.
 void LeLote(Servidor& s, const QString& chave) {
     s.ambiente.Aguarda(0.3);
-    const QStringList lotes =
-        LotesDoTexto(RespostaLida(s, ArquivosDaVenda(s).NoRetorno(chave + u"-num-lot.txt"_s)));
-    if (!lotes.isEmpty()) s.venda.NumLote = lotes.last();
+    const QString lote = LoteDoTexto(
+        RespostaLida(s, ArquivosDaVenda(s).NoRetorno(chave + u"-num-lot.txt"_s)), QualLote::Ultimo);
+    if (!lote.isEmpty()) s.venda.NumLote = lote;
 }
 
 // One protocol line; the message it leaves for the caller.

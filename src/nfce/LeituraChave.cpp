@@ -6,8 +6,6 @@
 
 namespace nfce {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 ChaveLida Confere(const QString& chave, const QString& cnpj, const QString& serie, qint32 nNF) {
@@ -18,9 +16,8 @@ ChaveLida Confere(const QString& chave, const QString& cnpj, const QString& seri
 } // namespace
 
 ChaveLida ChaveDoXml(QByteArrayView bytes, const QString& cnpj, const QString& serie, qint32 nNF) {
-    QString chave;
-    for (const QString& linha : LinhasDoTexto(bytes))
-        chave = linha.mid(63, 44);
+    const QStringList linhas = LinhasDoTexto(bytes);
+    const QString chave = linhas.isEmpty() ? QString() : linhas.last().mid(63, 44);
     // UniNFe's "0" (no key) ends its element inside the 44 characters.
     return Confere(chave.section(u'<', 0, 0), cnpj, serie, nNF);
 }
@@ -34,7 +31,8 @@ ChaveLida ChaveDoTexto(QByteArrayView bytes, const QString& cnpj, const QString&
 ChaveLida ChaveDaConversao(QByteArrayView bytes, const QString& cnpj, const QString& serie,
                            qint32 nNF) {
     for (const QString& linha : LinhasDoTexto(bytes))
-        if (linha.mid(36, 8) == u"ChaveNFe"_s) return Confere(linha.mid(46, 44), cnpj, serie, nNF);
+        if (QStringView(linha).mid(36, 8) == u"ChaveNFe")
+            return Confere(linha.mid(46, 44), cnpj, serie, nNF);
     return {};
 }
 

@@ -14,14 +14,18 @@ const QByteArray Binario = QByteArray::fromHex("00ff0d0a27097c3b80fe0a0a81ee");
 TEST(RespostasDaVenda, ErroLoteERecusa) {
     const ErroDeConversao erro = ErroDaConversao(Binario);
     EXPECT_EQ(erro.mensagem + u'|' + QString::number(erro.linhas), u"|4"_s);
-    const std::pair<QByteArray, QStringList> lotes[] = {
-        {"abc;", {u"0"_s}},
-        {"   \r\n", {}},
-        {"54;\r61;\n\n7", {u"54"_s, u"61"_s, u"7"_s}},
-        {Binario, {u"0"_s, u"0"_s, u"0"_s}},
+    const std::pair<QByteArray, QString> lotes[] = {
+        // file, first and last lot
+        {"abc;", u"0|0"_s},
+        {"   \r\n", u"|"_s},
+        {"54;\r61;\n\n7\r\n  ", u"54|7"_s},
+        {Binario, u"0|0"_s},
     };
     for (const auto& [texto, esperados] : lotes)
-        EXPECT_EQ(LotesDoTexto(texto), esperados) << texto.toHex().toStdString();
+        EXPECT_EQ(LoteDoTexto(texto, QualLote::Primeiro) + u'|' +
+                      LoteDoTexto(texto, QualLote::Ultimo),
+                  esperados)
+            << texto.toHex().toStdString();
     EXPECT_EQ(RecusasDoRecibo(Binario), QStringList());
     EXPECT_EQ(RecusasDoRecibo("Message|a\r\nx\rMessage|" + QByteArray(80, 'b')),
               QStringList({u"A"_s, QString(50, u'B')}));
