@@ -4,6 +4,7 @@
 #include "emission/ArquivosDaVenda.h"
 #include "emission/Autorizacao.h"
 #include "emission/DiagnosticoRejeicao.h"
+#include "emission/LinhaProtocolo.h"
 #include "emission/Lote.h"
 #include "emission/RespostasDaVenda.h"
 #include "emission/SqlVenda.h"
@@ -82,11 +83,12 @@ QString ProcessaRetorno(Servidor& s) {
         s.ambiente.Aguarda(0.1);
         if (RespostaPresente(s, arquivo)) {
             bool autorizada = false;
-            for (const LinhaDoRetorno& linha : LinhasDoRetorno(ConteudoDoArquivo(arquivo), chave)) {
-                if (linha.daVenda)
-                    ProcessaLinha(s, linha.linha, chave, jaImpresso, autorizada, mensagem);
+            for (const LinhaDoRetorno& lida : LinhasDoRetorno(ConteudoDoArquivo(arquivo), chave)) {
+                const LinhaProtocolo linha(lida.texto);
+                if (lida.daVenda)
+                    ProcessaLinha(s, linha, chave, jaImpresso, autorizada, mensagem);
                 else
-                    RecusaLinha(s, linha.linha, chave, arquivo, mensagem);
+                    RecusaLinha(s, linha, chave, arquivo, mensagem);
             }
             break;
         }

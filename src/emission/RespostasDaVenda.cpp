@@ -3,6 +3,8 @@
 #include "nfce/ChaveAcesso.h"
 #include "storage/ArquivoTexto.h"
 
+#include <QStringTokenizer>
+
 namespace nfce {
 
 using namespace Qt::StringLiterals;
@@ -24,13 +26,24 @@ QStringList RecusasDoRecibo(QByteArrayView bytes) {
     return recusas;
 }
 
+namespace {
+
+// Field 2 as LinhaProtocolo cuts the line is the key, read without cutting the whole line.
+bool TemAChave(const QString& texto, const QString& chave) {
+    int campo = 0;
+    for (const QStringView valor : qTokenize(texto, u';'))
+        if (campo++ == 2) return valor == chave;
+    return false;
+}
+
+} // namespace
+
 std::vector<LinhaDoRetorno> LinhasDoRetorno(QByteArrayView bytes, const QString& chave) {
     const bool valida = ChaveValida(chave);
     std::vector<LinhaDoRetorno> linhas;
     for (const QString& texto : LinhasDoTexto(bytes)) {
         if (texto.isEmpty() || texto.startsWith(u';')) continue;
-        const LinhaProtocolo linha(texto);
-        linhas.push_back({linha, valida && linha.Campo(2) == chave});
+        linhas.push_back({texto, valida && TemAChave(texto, chave)});
     }
     return linhas;
 }

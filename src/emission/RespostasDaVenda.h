@@ -1,7 +1,5 @@
 #pragma once
 
-#include "emission/LinhaProtocolo.h"
-
 #include <QByteArrayView>
 #include <QStringList>
 #include <vector>
@@ -24,10 +22,10 @@ ErroDeConversao ErroDaConversao(QByteArrayView bytes);
 QStringList RecusasDoRecibo(QByteArrayView bytes);
 
 // "<lot>-pro-rec.txt": its protocol lines (blank lines and UniNFe's lot-status line, which
-// starts with ";", left out), each with whether it is about the sale of `chave`: a valid key
-// that the line carries in field 2.
+// starts with ";", left out; each read with LinhaProtocolo), with whether each is about the
+// sale of `chave`: a valid key that the line carries in field 2.
 struct LinhaDoRetorno {
-    LinhaProtocolo linha;
+    QString texto;
     bool daVenda = false;
 };
 std::vector<LinhaDoRetorno> LinhasDoRetorno(QByteArrayView bytes, const QString& chave);
