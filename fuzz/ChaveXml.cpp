@@ -1,18 +1,12 @@
 // UniNFe's access-key answer in its XML form, "<nNF>-ret-gerar-chave.xml".
 #include "apoio/ProgramaFuzz.h"
-#include "nfce/PedidoChave.h"
-#include "storage/ErroExecucao.h"
+#include "nfce/LeituraChave.h"
 
 using namespace nfce;
 using namespace nfce::teste;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
-    ProgramaFuzz& programa = ProgramaFuzz::Instancia();
-    programa.NovaEntrada(false);
-    programa.Escreve(QStringLiteral("RETORNO/0000001234-ret-gerar-chave.xml"),
-                     QByteArrayView(dados, static_cast<qsizetype>(tamanho)));
-    // A refused key is raised as a type mismatch.
-    programa.Roda([](Servidor& s) { ConfereChave(LeChaveXml(s, NfceFuzz)); },
-                  {ErroTipoIncompativel});
+    ConfereChaveLida(ChaveDoXml(QByteArrayView(dados, static_cast<qsizetype>(tamanho)), CnpjFuzz(),
+                                QStringLiteral("001"), NfceFuzz));
     return 0;
 }

@@ -1,15 +1,16 @@
 // UniNFe's conversion error "<base>-nfe.err".
 #include "apoio/ProgramaFuzz.h"
-#include "emission/Retorno.h"
+#include "emission/RespostasDaVenda.h"
 
 using namespace nfce;
 using namespace nfce::teste;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
-    ProgramaFuzz& programa = ProgramaFuzz::Instancia();
-    programa.NovaEntrada(false);
-    programa.Escreve(QStringLiteral("RETORNO/000001234_11222333000181_001_15_11_2026-nfe.err"),
-                     QByteArrayView(dados, static_cast<qsizetype>(tamanho)));
-    programa.Roda([](Servidor& s) { LeErroNfe(s); });
+    const ErroDeConversao erro =
+        ErroDaConversao(QByteArrayView(dados, static_cast<qsizetype>(tamanho)));
+    if (erro.mensagem.contains(u'\r') || erro.mensagem.contains(u'\n'))
+        Falha(QStringLiteral("fim de linha na mensagem: ") + erro.mensagem.left(80));
+    if (erro.linhas == 0 && !erro.mensagem.isEmpty())
+        Falha(QStringLiteral("mensagem sem resposta: ") + erro.mensagem.left(80));
     return 0;
 }

@@ -1,4 +1,4 @@
-// The line reader under every answer file, and the whole-text reader of the authorised XML.
+// The line reader under every answer file.
 #include "apoio/ProgramaFuzz.h"
 #include "storage/ArquivoTexto.h"
 
@@ -6,16 +6,13 @@ using namespace nfce;
 using namespace nfce::teste;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
-    static const QString arquivo = PastaDeArquivos() + QStringLiteral("/resposta.txt");
     const QByteArrayView bytes(dados, static_cast<qsizetype>(tamanho));
-    EscreveArquivo(arquivo, bytes);
-    const QStringList linhas = LinhasDoArquivo(arquivo);
+    const QStringList linhas = LinhasDoTexto(bytes);
     for (const QString& linha : linhas)
         if (linha.contains(u'\r') || linha.contains(u'\n'))
             Falha(QStringLiteral("fim de linha dentro de uma linha"));
     // Only an empty file or a lone line end has no lines: every byte decodes to a character.
     const bool semLinhas = bytes.isEmpty() || bytes == "\n" || bytes == "\r" || bytes == "\r\n";
     if (linhas.isEmpty() != semLinhas) Falha(QStringLiteral("linhas perdidas ou inventadas"));
-    TextoDoArquivo(arquivo);
     return 0;
 }

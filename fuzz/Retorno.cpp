@@ -1,20 +1,18 @@
-// The lot file, then UniNFe's protocol file "<lot>-pro-rec.txt" with the authorisation and the
-// rejection diagnosis. Inputs of even length find the authorised XML in place, odd ones not
-// (the situation query path).
-#include "emission/Retorno.h"
+// UniNFe's protocol file "<lot>-pro-rec.txt", line by line, for the sale of the fuzz key.
 #include "apoio/ProgramaFuzz.h"
+#include "emission/LinhaProtocolo.h"
+#include "emission/RespostasDaVenda.h"
 
 using namespace nfce;
 using namespace nfce::teste;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
-    ProgramaFuzz& programa = ProgramaFuzz::Instancia();
-    programa.NovaEntrada(tamanho % 2 == 0);
-    const ParDeArquivos par = DivideNoNulo(dados, tamanho);
-    programa.Escreve(QStringLiteral("RETORNO/") + ChaveFuzz() + QStringLiteral("-num-lot.txt"),
-                     par.lote);
-    programa.Escreve(QStringLiteral("RETORNO/000000000000054-pro-rec.txt"), par.resposta);
-    // A reason naming an item the sale does not have keeps SEFAZ's text: no error at all.
-    programa.Roda([](Servidor& s) { ProcessaRetorno(s); });
+    static const QString chave = ChaveFuzz();
+    for (const LinhaDoRetorno& linha :
+         LinhasDoRetorno(QByteArrayView(dados, static_cast<qsizetype>(tamanho)), chave)) {
+        // Only the sale's own key makes a line the sale's.
+        if (linha.daVenda && LinhaProtocolo(linha.texto).Campo(2) != chave)
+            Falha(QStringLiteral("linha de outra venda tomada como desta"));
+    }
     return 0;
 }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "contexto/Servidor.h"
+#include "nfce/LeituraChave.h"
 #include "plataforma/AmbienteVirtual.h"
 
 #include <QByteArrayView>
 #include <QTemporaryDir>
 #include <functional>
-#include <initializer_list>
 #include <memory>
 
 namespace nfce::teste {
@@ -14,8 +14,9 @@ namespace nfce::teste {
 // The sale every answer is about: cupom 77, NFC-e 1234 of the sample company, items 1 to 3.
 inline constexpr qint32 CupomFuzz = 77;
 inline constexpr qint32 NfceFuzz = 1234;
-// Its key, as the panel holds it while the lot and protocol answers are read.
+// Its key, as the panel holds it while the lot and protocol answers are read, and its company.
 QString ChaveFuzz();
+QString CnpjFuzz();
 
 // One program folder per fuzzing process, made at the first input: the sample shop on
 // SQLite (ENVIOXML on, an accountant's folder), the sale with its items and its quote, and
@@ -31,12 +32,10 @@ public:
     // The bytes as a file below the company folder (`relativo` with "/").
     void Escreve(const QString& relativo, QByteArrayView dados) const;
 
-    // Runs a reader. Errors whose numbers are in `esperados` are outcomes the rules give for
-    // such input; any other error aborts (above all a statement the database refused), and so
+    // Runs a reader. Any error aborts (above all a statement the database refused), and so
     // does a sale row that another statement touched or that would not fit the columns of the
     // shop's MariaDB tables.
-    void Roda(const std::function<void(Servidor&)>& leitor,
-              std::initializer_list<int> esperados = {});
+    void Roda(const std::function<void(Servidor&)>& leitor);
 
 private:
     ProgramaFuzz();
@@ -66,6 +65,8 @@ void EscreveArquivo(const QString& caminho, QByteArrayView dados);
 // A key a reader took: none, UniNFe's "0", or 44 digits with a valid check digit; aborts
 // otherwise.
 void ConfereChave(const QString& chave);
+// The same for a key an answer carried, when the reader took it (not blank, not refused).
+void ConfereChaveLida(const ChaveLida& lida);
 // Prints the reason and aborts, so that libFuzzer keeps the input.
 [[noreturn]] void Falha(const QString& motivo);
 

@@ -20,7 +20,6 @@ struct EstadoVenda {
     bool VendaOrcamento = false;
     qint32 NumOrcamento = 0;
     QString TipoEmissao = QStringLiteral("9");
-    qint16 Tentativa = 0; // the callers' retry counter; the readers set it to end their loop
     QString NumLote;
     int TempoEspera = 0;
     QString Mensagem;

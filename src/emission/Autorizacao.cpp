@@ -120,7 +120,6 @@ void RegistraAutorizacao(Servidor& s, const LinhaProtocolo& linha, const QString
     const QString xml = ArquivosDaVenda(s).XmlAutorizado(chave);
     MarcaAutorizada(s, linha);
     if (CopiaContabil(s, chave)) MarcaXml(s);
-    s.venda.Tentativa = 10;
     if (!jaImpresso) {
         if (ArquivoExiste(xml)) MarcaXml(s);
         if (s.venda.ModoRetorno == u"CP"_s && s.venda.ImprimeCupom) ImprimeDanfe(s, chave);

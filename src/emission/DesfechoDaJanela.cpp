@@ -20,18 +20,6 @@ const QString Finais[] = {
     u"Duplicidade de Cupom NFC-e"_s,
 };
 
-// A reader that ends the retry loop sets Tentativa to its last value; the loops below stop
-// there or at the first text.
-template <typename Leitura>
-void LeAteTexto(Servidor& s, int ultima, QString& destino, Leitura leitura) {
-    EstadoVenda& v = s.venda;
-    for (v.Tentativa = 0; v.Tentativa <= ultima; ++v.Tentativa) {
-        destino = leitura();
-        s.ambiente.DoEvents();
-        if (!Vazio(destino)) return;
-    }
-}
-
 } // namespace
 
 bool ErroAoInvocar(const QString& desfecho) {
@@ -50,12 +38,17 @@ QString MensagemNaoEmitido(qint64 numero, const QString& erro) {
 }
 
 void LeRespostasDaNota(Servidor& s) {
-    QString chave;
-    LeAteTexto(s, 5, chave, [&s] { return LeChaveNfe(s); });
+    const auto le = [&s](QString (*leitura)(Servidor&)) {
+        const QString texto = leitura(s);
+        s.ambiente.DoEvents();
+        return texto;
+    };
     QString& desfecho = s.painel.LblMens03;
-    LeAteTexto(s, 10, desfecho, [&s] { return LeErroRecibo(s); });
-    LeAteTexto(s, 10, desfecho, [&s] { return ProcessaRetorno(s); });
-    if (Vazio(desfecho)) LeAteTexto(s, 10, desfecho, [&s] { return ProcessaRetorno(s); });
+    le(LeChaveNfe);
+    desfecho = le(LeErroRecibo);
+    desfecho = le(ProcessaRetorno);
+    // No outcome yet: the protocol file gets one more wait.
+    if (Vazio(desfecho)) desfecho = le(ProcessaRetorno);
 }
 
 void ConcluiVenda(Servidor& s, const QString& chave, qint64 nfce, const QString& desfecho) {

@@ -210,7 +210,6 @@ void DiagnosticaRejeicao(Servidor& s, const LinhaProtocolo& linha, bool autoriza
             s.conexoes.Executa(u"UPDATE vendas SET enviotime = 1"_s + OndeCupom(s.venda));
         if (regra.reemite && !autorizada && s.venda.ModoRetorno == u"VENDA"_s && s.EmiteNfceImprime)
             s.EmiteNfceImprime(QString::number(s.venda.NumNfce));
-        s.venda.Tentativa = 10;
     }
 }
 

@@ -51,32 +51,24 @@ void EmiteNfceImprime(Servidor& s, const QString& nfce) {
     const qint64 valor = InteiroDe(nfce);
     const QString numero = QString::number(valor);
     s.ambiente.Aguarda(3);
-    for (v.Tentativa = 0; v.Tentativa <= 2; ++v.Tentativa) {
-        p.LblMens03 = LeErroNfe(s);
-        s.ambiente.DoEvents();
-    }
+    p.LblMens03 = LeErroNfe(s);
+    s.ambiente.DoEvents();
     const QString erro = LeErroNfe(s);
     if (!Vazio(erro)) {
         v.Mensagem = MensagemNaoEmitido(valor, erro);
         s.ambiente.MsgBox(v.Mensagem, u"Atenção"_s, Icone::Informacao);
         return;
     }
-    for (v.Tentativa = 0; v.Tentativa <= 5; ++v.Tentativa) {
-        p.LblMens01 = LeChaveNfe(s);
-        s.ambiente.DoEvents();
-    }
-    for (v.Tentativa = 0; v.Tentativa <= 10; ++v.Tentativa) {
-        v.MesAutorizados = MesAtual(s);
-        p.LblMens03 = LeErroRecibo(s);
-        s.ambiente.DoEvents();
-    }
+    p.LblMens01 = LeChaveNfe(s);
+    s.ambiente.DoEvents();
+    v.MesAutorizados = MesAtual(s);
+    p.LblMens03 = LeErroRecibo(s);
+    s.ambiente.DoEvents();
     if (Val(v.TipoEmissao) == 9) return ImprimeContingencia(s, numero);
-    for (v.Tentativa = 0; v.Tentativa <= 10; ++v.Tentativa) {
-        v.MesAutorizados = MesAtual(s);
-        v.MesContabil = MesAtual(s);
-        p.LblMens03 = ProcessaRetorno(s);
-        s.ambiente.DoEvents();
-    }
+    v.MesAutorizados = MesAtual(s);
+    v.MesContabil = MesAtual(s);
+    p.LblMens03 = ProcessaRetorno(s);
+    s.ambiente.DoEvents();
 }
 
 void InstalaReemissao(Servidor& s) {

@@ -29,11 +29,8 @@ void EnviaNota(Servidor& s) {
     const qint32 nfce = v.NumNfce;
     GeraNfce(s, QString::number(nfce), VarianteGerador::Janela());
     s.ambiente.Aguarda(2);
-    QString erro;
-    for (v.Tentativa = 0; v.Tentativa < 3 && Vazio(erro); ++v.Tentativa) {
-        erro = LeErroNfe(s);
-        s.ambiente.DoEvents();
-    }
+    const QString erro = LeErroNfe(s);
+    s.ambiente.DoEvents();
     if (!Vazio(erro)) {
         p.LblMens03 = MensagemNaoEmitido(v.NumCupom, erro);
         return;

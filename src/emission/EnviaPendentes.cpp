@@ -42,17 +42,6 @@ qint32 Longo(const Registros& rs, const QString& campo) {
     return static_cast<qint32>(std::llround(valor));
 }
 
-// The callers' "For Tentativa = 0 To ultimo": a reader that moves the counter itself ends the
-// loop early, as the readers intend. The rounds are also counted apart: a reader that fails
-// between setting the counter back to 0 and setting its final value (the database gone in the
-// middle) would otherwise restart the loop for ever, the trap resuming after each failure.
-template <class Rodada> void Repete(Servidor& s, int ultimo, Rodada&& rodada) {
-    int rodadas = 0;
-    for (s.venda.Tentativa = 0; s.venda.Tentativa <= ultimo && rodadas <= ultimo;
-         ++s.venda.Tentativa, ++rodadas)
-        if (rodada()) return;
-}
-
 void Apaga(const QString& caminho) {
     if (ArquivoExiste(caminho) && !QFile::remove(caminho))
         throw ErroExecucao(ErroAcessoCaminho, u"Não foi possível apagar %1"_s.arg(caminho));
@@ -164,18 +153,18 @@ private:
         SobArmadilha(s, [&] { PedeChave(s, s.venda.NumNfce, aamm, TipoEmissaoDaChave); });
         s.ambiente.DoEvents();
         Aguarda(0.5);
-        LeChave(0.5, [&] { return LeChaveXml(s, s.venda.NumNfce); });
-        if (SemChave(Chave())) LeChave(1, [&] { return LeChaveTxt(s, s.venda.NumNfce); });
+        LeChave(0.5, 6, [&] { return LeChaveXml(s, s.venda.NumNfce); });
+        if (SemChave(Chave())) LeChave(1, 6, [&] { return LeChaveTxt(s, s.venda.NumNfce); });
     }
 
-    // Six rounds of a key reader, `intervalo` seconds apart, until a key comes.
-    template <class Leitor> void LeChave(double intervalo, Leitor&& leitor) {
-        Repete(s, 5, [&] {
+    // Up to `rodadas` rounds of a key reader, `intervalo` seconds apart, until a key comes.
+    template <class Leitor> void LeChave(double intervalo, int rodadas, Leitor&& leitor) {
+        for (int vez = 0; vez < rodadas; ++vez) {
             Aguarda(intervalo);
             SobArmadilha(s, [&] { Chave() = leitor(); });
             s.ambiente.DoEvents();
-            return !Chave().isEmpty();
-        });
+            if (!Chave().isEmpty()) return;
+        }
     }
 
     // Answers of an earlier attempt with this key would be read as this one's. The document is
@@ -201,8 +190,9 @@ private:
     void Gera() {
         Aguarda(1);
         SobArmadilha(s, [&] { GeraNfce(s, nfce); });
-        if (SemChave(Chave())) LeChave(0.5, [&] { return LeChaveNfe(s); });
-        if (SemChave(Chave())) LeChave(0.5, [&] { return LeChaveXml(s, s.venda.NumNfce); });
+        // The conversion answer's reader looks three times itself.
+        if (SemChave(Chave())) LeChave(0.5, 1, [&] { return LeChaveNfe(s); });
+        if (SemChave(Chave())) LeChave(0.5, 6, [&] { return LeChaveXml(s, s.venda.NumNfce); });
         Aguarda(0.5);
         // A document UniNFe validated but did not send goes to its sending folder again.
         if (ArquivoExiste(Validado())) {
@@ -214,34 +204,27 @@ private:
         }
     }
 
+    // The readers below look for their answers as long as they deserve: one call each.
     void LeErros() {
-        Repete(s, 2, [&] {
-            SobArmadilha(s, [&] { LeErroNfe(s); });
-            s.ambiente.DoEvents();
-            return false;
-        });
+        SobArmadilha(s, [&] { LeErroNfe(s); });
+        s.ambiente.DoEvents();
         SobArmadilha(s, [&] { GravaLote(s); });
-        LeDesfecho(10, [&] { return LeErroRecibo(s); });
+        LeDesfecho(LeErroRecibo);
     }
 
-    template <class Leitor> void LeDesfecho(int ultimo, Leitor&& leitor) {
-        Repete(s, ultimo, [&] {
-            SobArmadilha(s, [&] { Desfecho() = leitor(); });
-            s.ambiente.DoEvents();
-            return !Desfecho().isEmpty();
-        });
+    void LeDesfecho(QString (*leitor)(Servidor&)) {
+        SobArmadilha(s, [&] { Desfecho() = leitor(s); });
+        s.ambiente.DoEvents();
     }
 
     void AguardaDesfecho() {
-        Repete(s, 10, [&] {
-            if (nfce.isEmpty()) return true;
+        if (!nfce.isEmpty()) {
             s.venda.MesAutorizados = dia.toString(u"MMyyyy");
             s.venda.MesContabil = dia.toString(u"MMyyyy");
-            SobArmadilha(s, [&] { Desfecho() = ProcessaRetorno(s); });
-            s.ambiente.DoEvents();
-            return !Desfecho().isEmpty();
-        });
-        if (Desfecho().isEmpty()) LeDesfecho(10, [&] { return ProcessaRetorno(s); });
+            LeDesfecho(ProcessaRetorno);
+        }
+        // No outcome yet: the protocol file gets one more wait.
+        if (Desfecho().isEmpty()) LeDesfecho(ProcessaRetorno);
     }
 
     // A pass started inside this one has closed the rows: the outcome line read since is that

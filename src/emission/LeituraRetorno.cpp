@@ -3,9 +3,10 @@
 #include "contexto/Servidor.h"
 #include "emission/ArquivosDaVenda.h"
 #include "emission/Lote.h"
+#include "emission/RespostasDaVenda.h"
 #include "emission/SqlVenda.h"
 #include "emission/TempoEspera.h"
-#include "nfce/ChaveAcesso.h"
+#include "nfce/LeituraChave.h"
 #include "nfce/RespostaUniNfe.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Formatacao.h"
@@ -18,13 +19,6 @@ namespace nfce {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The key of UniNFe's conversion answer: the line with "ChaveNFe" at character 37.
-QString ChaveDaConversao(const QStringList& linhas) {
-    for (const QString& linha : linhas)
-        if (linha.mid(36, 8) == u"ChaveNFe"_s) return linha.mid(46, 44);
-    return {};
-}
 
 void RegistraChave(Servidor& s, const QString& chave) {
     EstadoVenda& v = s.venda;
@@ -41,60 +35,49 @@ void RegistraChave(Servidor& s, const QString& chave) {
 QString LeChaveNfe(Servidor& s) {
     EstadoVenda& v = s.venda;
     const ArquivosDaVenda arquivos(s);
-    v.Tentativa = 0;
     const QString nome = arquivos.Base() + u"-nfe.txt"_s;
-    QString chave;
+    ChaveLida lida;
     QString resposta;
-    for (int restantes = 3; restantes > 0 && Vazio(chave); --restantes) {
+    for (int restantes = 3; restantes > 0 && Vazio(lida.chave); --restantes) {
         s.ambiente.DoEvents();
         resposta = arquivos.NoRetorno(nome);
-        if (RespostaPresente(s, resposta)) chave = ChaveDaConversao(LinhasDoArquivo(resposta));
-        if (Vazio(chave)) s.ambiente.Aguarda(0.5);
+        if (RespostaPresente(s, resposta))
+            lida = ChaveDaConversao(ConteudoDoArquivo(resposta), v.CnpjEmpresa, v.SerieNfce,
+                                    v.NumNfce);
+        if (Vazio(lida.chave)) s.ambiente.Aguarda(0.5);
     }
-    v.Tentativa = 5;
-    if (Vazio(chave)) return chave;
-    if (!RespostaSemChave(chave) && !ChaveDaNota(chave, v.CnpjEmpresa, v.SerieNfce, v.NumNfce)) {
-        RecusaChave(s, OndeCupom(v), resposta, chave);
-    }
-    RegistraChave(s, chave);
-    return chave;
+    if (Vazio(lida.chave)) return lida.chave;
+    if (lida.recusada) RecusaChave(s, OndeCupom(v), resposta, lida.chave);
+    RegistraChave(s, lida.chave);
+    return lida.chave;
 }
 
 QString LeErroNfe(Servidor& s) {
     EstadoVenda& v = s.venda;
     const ArquivosDaVenda arquivos(s);
-    v.Tentativa = 0;
     const QString resposta = arquivos.NoRetorno(arquivos.Base() + u"-nfe.err"_s);
     s.ambiente.Aguarda(0.2);
     // A file that is gone or still empty when read counts as not there: the sale stays queued.
-    const QStringList linhas =
-        RespostaPresente(s, resposta) ? LinhasDoArquivo(resposta) : QStringList();
-    QString mensagem;
-    for (const QString& linha : linhas) {
-        if (linha.startsWith(u"xMotivo"_s)) mensagem = u"Falha na Conversao da NFC-e - "_s;
-        if (linha.startsWith(u"Segmento"_s)) mensagem += linha.mid(9, 3);
+    const ErroDeConversao erro = ErroDaConversao(RespostaLida(s, resposta));
+    for (qsizetype linha = 0; linha < erro.linhas; ++linha)
         s.ambiente.DoEvents();
-    }
-    v.Tentativa = 2;
-    if (linhas.isEmpty()) return {};
-    s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + EscapaTexto(mensagem.left(LarguraTexto)) +
-                       u"'"_s + OndeCupom(v));
+    if (erro.linhas == 0) return {};
+    s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s +
+                       EscapaTexto(erro.mensagem.left(LarguraTexto)) + u"'"_s + OndeCupom(v));
     s.conexoes.Executa(u"UPDATE vendas SET enviotime = 1"_s + OndeCupom(v));
-    return mensagem;
+    return erro.mensagem;
 }
 
 void GravaLote(Servidor& s) {
     const ArquivosDaVenda arquivos(s);
     const QString chave = s.painel.LblMens01;
-    s.venda.Tentativa = 0;
     for (int tentativa = 0; tentativa < 3; ++tentativa) {
         s.ambiente.DoEvents();
-        const QString resposta = arquivos.NoRetorno(chave + u"-num-lot.txt"_s);
-        const QStringList lotes =
-            RespostaPresente(s, resposta) ? LotesDoArquivo(resposta) : QStringList();
-        if (!lotes.isEmpty()) {
-            s.conexoes.Executa(u"UPDATE vendas SET lote = '"_s + lotes.last() +
-                               u"' WHERE chave = '"_s + EscapaTexto(Apara(chave)) + u"'"_s);
+        const QString lote = LoteDoTexto(
+            RespostaLida(s, arquivos.NoRetorno(chave + u"-num-lot.txt"_s)), QualLote::Ultimo);
+        if (!lote.isEmpty()) {
+            s.conexoes.Executa(u"UPDATE vendas SET lote = '"_s + lote + u"' WHERE chave = '"_s +
+                               EscapaTexto(Apara(chave)) + u"'"_s);
             return;
         }
         s.ambiente.Aguarda(1);
@@ -107,30 +90,24 @@ QString LeErroRecibo(Servidor& s) {
     const QString chave = s.painel.LblMens01;
     v.NumLote = u"0"_s;
     v.TempoEspera = TempoDeEspera(s);
-    v.Tentativa = 0;
     // NumLote starts as "0", never blank: one look decides.
     for (int restantes = 10; restantes > 0; --restantes) {
-        const QString resposta = arquivos.NoRetorno(chave + u"-num-lot.txt"_s);
-        const QStringList lotes =
-            RespostaPresente(s, resposta) ? LotesDoArquivo(resposta) : QStringList();
-        if (!lotes.isEmpty()) v.NumLote = lotes.first();
+        const QString lote = LoteDoTexto(
+            RespostaLida(s, arquivos.NoRetorno(chave + u"-num-lot.txt"_s)), QualLote::Primeiro);
+        if (!lote.isEmpty()) v.NumLote = lote;
         s.ambiente.Aguarda(1);
         if (!Vazio(v.NumLote)) break;
     }
     QString mensagem;
     const QString recusa = arquivos.NoRetorno(Zeros(v.NumLote, 15) + u"-pro-rec.err"_s);
-    if (RespostaPresente(s, recusa)) {
-        for (const QString& linha : LinhasDoArquivo(recusa)) {
-            if (!linha.startsWith(u"Message"_s)) continue;
-            mensagem = linha.mid(8, 50).toUpper();
-            // Quotes removed as the rules say; EscapaTexto also drops the NULs of a damaged file.
-            s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + EscapaTexto(TiraAspas(mensagem)) +
-                               u"', tempo = '0'"_s + OndeCupom(v));
-            s.conexoes.Executa(u"UPDATE vendas SET enviotime = 0"_s + OndeCupom(v));
-            s.ambiente.Aguarda(0.5);
-        }
+    for (const QString& recusada : RecusasDoRecibo(RespostaLida(s, recusa))) {
+        mensagem = recusada;
+        // Quotes removed as the rules say; EscapaTexto also drops the NULs of a damaged file.
+        s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + EscapaTexto(TiraAspas(mensagem)) +
+                           u"', tempo = '0'"_s + OndeCupom(v));
+        s.conexoes.Executa(u"UPDATE vendas SET enviotime = 0"_s + OndeCupom(v));
+        s.ambiente.Aguarda(0.5);
     }
-    v.Tentativa = 10;
     return mensagem;
 }
 

@@ -6,11 +6,24 @@
 
 namespace nfce {
 
-QStringList LotesDoArquivo(const QString& caminho) {
-    QStringList lotes;
-    for (const QString& linha : LinhasDoArquivo(caminho))
-        if (!Vazio(linha.left(15))) lotes.append(TextoNumero(Val(linha.left(15))));
-    return lotes;
+namespace {
+
+QString LoteDaLinha(const QString& linha) {
+    const QString inicio = linha.left(15);
+    return Vazio(inicio) ? QString() : TextoNumero(Val(inicio));
+}
+
+} // namespace
+
+QString LoteDoTexto(QByteArrayView bytes, QualLote qual) {
+    const QStringList linhas = LinhasDoTexto(bytes);
+    const auto procura = [](auto inicio, auto fim) {
+        for (auto linha = inicio; linha != fim; ++linha)
+            if (QString lote = LoteDaLinha(*linha); !lote.isEmpty()) return lote;
+        return QString();
+    };
+    return qual == QualLote::Primeiro ? procura(linhas.cbegin(), linhas.cend())
+                                      : procura(linhas.crbegin(), linhas.crend());
 }
 
 } // namespace nfce

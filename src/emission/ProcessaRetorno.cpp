@@ -6,6 +6,7 @@
 #include "emission/DiagnosticoRejeicao.h"
 #include "emission/LinhaProtocolo.h"
 #include "emission/Lote.h"
+#include "emission/RespostasDaVenda.h"
 #include "emission/SqlVenda.h"
 #include "emission/TempoEspera.h"
 #include "nfce/ChaveAcesso.h"
@@ -35,10 +36,9 @@ bool ReimprimeSeAutorizada(Servidor& s, const QString& chave) {
 // The last lot number of "<key>-num-lot.txt"; the earlier one stays when there is none.
 void LeLote(Servidor& s, const QString& chave) {
     s.ambiente.Aguarda(0.3);
-    const QString arquivo = ArquivosDaVenda(s).NoRetorno(chave + u"-num-lot.txt"_s);
-    if (!RespostaPresente(s, arquivo)) return;
-    const QStringList lotes = LotesDoArquivo(arquivo);
-    if (!lotes.isEmpty()) s.venda.NumLote = lotes.last();
+    const QString lote = LoteDoTexto(
+        RespostaLida(s, ArquivosDaVenda(s).NoRetorno(chave + u"-num-lot.txt"_s)), QualLote::Ultimo);
+    if (!lote.isEmpty()) s.venda.NumLote = lote;
 }
 
 // One protocol line; the message it leaves for the caller.
@@ -58,11 +58,6 @@ void ProcessaLinha(Servidor& s, const LinhaProtocolo& linha, const QString& chav
         ArquivaXmlAutorizado(s, chave);
 }
 
-// A line counts only for the sale whose key it carries.
-bool DaVenda(const LinhaProtocolo& linha, const QString& chave) {
-    return ChaveValida(chave) && linha.Campo(2) == chave;
-}
-
 // Another sale's line, or a forged key, changes nothing of this sale but its erro. Without a
 // key of its own (none read, or UniNFe's "0") the sale has no line to look for and no erro.
 void RecusaLinha(Servidor& s, const LinhaProtocolo& linha, const QString& chave,
@@ -78,7 +73,6 @@ QString ProcessaRetorno(Servidor& s) {
     EstadoVenda& v = s.venda;
     const QString chave = s.painel.LblMens01;
     v.TempoEspera = TempoDeEspera(s);
-    v.Tentativa = 0;
     const bool jaImpresso = ReimprimeSeAutorizada(s, chave);
     LeLote(s, chave);
     QString mensagem;
@@ -89,11 +83,9 @@ QString ProcessaRetorno(Servidor& s) {
         s.ambiente.Aguarda(0.1);
         if (RespostaPresente(s, arquivo)) {
             bool autorizada = false;
-            for (const QString& texto : LinhasDoArquivo(arquivo)) {
-                // Blank lines carry nothing; ";" starts UniNFe's lot-status line.
-                if (texto.isEmpty() || texto.startsWith(u';')) continue;
-                const LinhaProtocolo linha(texto);
-                if (DaVenda(linha, chave))
+            for (const LinhaDoRetorno& lida : LinhasDoRetorno(ConteudoDoArquivo(arquivo), chave)) {
+                const LinhaProtocolo linha(lida.texto);
+                if (lida.daVenda)
                     ProcessaLinha(s, linha, chave, jaImpresso, autorizada, mensagem);
                 else
                     RecusaLinha(s, linha, chave, arquivo, mensagem);
@@ -102,7 +94,6 @@ QString ProcessaRetorno(Servidor& s) {
         }
         s.ambiente.Aguarda(0.5);
     }
-    v.Tentativa = 10;
     return mensagem;
 }
 

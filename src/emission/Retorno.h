@@ -7,9 +7,9 @@ namespace nfce {
 struct Servidor;
 
 // UniNFe's answers for the sale being emitted (Servidor::venda), read from the company's
-// RETORNO folder. Each routine sets `Tentativa` to its final value before it returns, which
-// ends the caller's retry loop; the retrying happens inside. A missing answer is no error:
-// the routine waits, looks again, and returns "" when its looks run out.
+// RETORNO folder and applied to the sale; RespostasDaVenda.h reads them. Each routine looks as
+// often as its answer deserves, so its caller reads it once. A missing answer is no error: the
+// routine waits, looks again, and returns "" when its looks run out.
 
 // The access key from "<base>-nfe.txt"; written to LblMens01 and vendas.chave. A key that is
 // not the sale's is refused (RecusaChave): its error is raised.

@@ -1,7 +1,7 @@
 #include "nfce/PedidoChave.h"
 
 #include "contexto/Servidor.h"
-#include "nfce/ChaveAcesso.h"
+#include "nfce/LeituraChave.h"
 #include "nfce/RespostaUniNfe.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Configuracao.h"
@@ -20,42 +20,30 @@ QString DaEmpresa(const Servidor& s, const QString& relativo) {
     return Caminho(s.pasta, s.empresa.Cnpj + u"\\"_s + relativo);
 }
 
-using LeituraDaChave = QString (*)(const QStringList& linhas);
-
-QString ChaveDoXml(const QStringList& linhas) {
-    QString chave;
-    for (const QString& linha : linhas)
-        chave = linha.mid(63, 44);
-    // UniNFe's "0" (no key) ends its element inside the 44 characters.
-    return chave.section(u'<', 0, 0);
-}
-
-QString ChaveDoTexto(const QStringList& linhas) {
-    return linhas.isEmpty() ? QString() : linhas.last();
-}
+using LeituraDaChave = ChaveLida (*)(QByteArrayView bytes, const QString& cnpj,
+                                     const QString& serie, qint32 nNF);
 
 // Ten looks at the answer, `intervalo` seconds apart; the key found is stored in the sale,
 // when it is this sale's key or UniNFe's "0".
 QString LeChave(Servidor& s, qint32 nNF, const QString& sufixo, LeituraDaChave leitura,
                 double intervalo) {
     const QString nome = u"RETORNO\\"_s + Zeros(nNF, 10) + u"-ret-gerar-chave."_s + sufixo;
-    QString chave;
+    ChaveLida lida;
     QString resposta;
-    for (int tentativa = 0; tentativa < 10 && Vazio(chave); ++tentativa) {
+    for (int tentativa = 0; tentativa < 10 && Vazio(lida.chave); ++tentativa) {
         s.ambiente.DoEvents();
         resposta = DaEmpresa(s, nome);
-        if (RespostaPresente(s, resposta)) chave = leitura(LinhasDoArquivo(resposta));
+        if (RespostaPresente(s, resposta))
+            lida = leitura(ConteudoDoArquivo(resposta), s.empresa.Cnpj, s.empresa.Serie, nNF);
         s.ambiente.Aguarda(intervalo);
     }
-    if (Vazio(chave)) return {};
+    if (Vazio(lida.chave)) return {};
     const QString onde = u" WHERE nfce = "_s + QString::number(nNF);
-    if (!RespostaSemChave(chave) && !ChaveDaNota(chave, s.empresa.Cnpj, s.empresa.Serie, nNF)) {
-        RecusaChave(s, onde, resposta, chave);
-    }
-    s.conexoes.Executa(u"UPDATE vendas SET chave = '"_s + EscapaTexto(chave.left(LarguraChave)) +
-                       u"'"_s + onde);
+    if (lida.recusada) RecusaChave(s, onde, resposta, lida.chave);
+    s.conexoes.Executa(u"UPDATE vendas SET chave = '"_s +
+                       EscapaTexto(lida.chave.left(LarguraChave)) + u"'"_s + onde);
     s.ambiente.Aguarda(0.01);
-    return chave;
+    return lida.chave;
 }
 
 } // namespace

@@ -17,6 +17,10 @@ bool RespostaPresente(Servidor& s, const QString& caminho, qint64 limite) {
     return false;
 }
 
+QByteArray RespostaLida(Servidor& s, const QString& caminho) {
+    return RespostaPresente(s, caminho) ? ConteudoDoArquivo(caminho) : QByteArray();
+}
+
 void AnotaChaveRecusada(Servidor& s, const QString& onde, const QString& arquivo,
                         const QString& lida) {
     s.conexoes.Executa(u"UPDATE vendas SET erro = '"_s + ChaveInvalida + u"'"_s + onde);

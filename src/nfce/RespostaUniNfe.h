@@ -11,6 +11,8 @@ struct Servidor;
 // UniNFe's answer file is there to be read: it exists and is no larger than `limite`. A larger
 // one is damaged and counts as not there yet (a log line the first time).
 bool RespostaPresente(Servidor& s, const QString& caminho, qint64 limite = LimiteResposta);
+// Its bytes when it is there to be read; none otherwise.
+QByteArray RespostaLida(Servidor& s, const QString& caminho);
 
 // A key an answer carried that is not the sale's: it is never used as a file name or stored.
 // The sale (`onde`: its WHERE clause) gets the reason in erro and stays pending; the log gets

@@ -13,14 +13,6 @@
 namespace nfce {
 
 namespace {
-// At most one byte past the limit is read: the file may have grown since it was measured.
-QByteArray Conteudo(const QString& caminho, qint64 limite) {
-    QFile arquivo(caminho);
-    if (!arquivo.open(QIODevice::ReadOnly) || arquivo.size() > limite) return {};
-    QByteArray dados = arquivo.read(limite + 1);
-    return dados.size() > limite ? QByteArray() : dados;
-}
-
 // The system's reasons for a full disk (or a full quota, the same to the shop).
 bool DiscoCheio(const QString& causa) {
 #ifdef Q_OS_WIN
@@ -38,15 +30,25 @@ bool GrandeDemais(const QString& caminho, qint64 limite) {
     return QFileInfo(caminho).size() > limite;
 }
 
-QStringList LinhasDoArquivo(const QString& caminho, qint64 limite) {
-    QString texto = QStringDecoder("windows-1252").decode(Conteudo(caminho, limite));
+// At most one byte past the limit is read: the file may have grown since it was measured.
+QByteArray ConteudoDoArquivo(const QString& caminho, qint64 limite) {
+    QFile arquivo(caminho);
+    if (!arquivo.open(QIODevice::ReadOnly) || arquivo.size() > limite) return {};
+    QByteArray dados = arquivo.read(limite + 1);
+    return dados.size() > limite ? QByteArray() : dados;
+}
+
+QStringList LinhasDoTexto(QByteArrayView bytes) {
+    // One converter a thread: opening one costs more than most answers take to decode.
+    thread_local QStringDecoder ansi("windows-1252", QStringConverter::Flag::Stateless);
+    QString texto = ansi.decode(bytes);
     texto.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
     if (texto.endsWith(u'\n')) texto.chop(1);
     return texto.isEmpty() ? QStringList() : texto.split(u'\n');
 }
 
 QString TextoDoArquivo(const QString& caminho, qint64 limite) {
-    return QString::fromUtf8(Conteudo(caminho, limite));
+    return QString::fromUtf8(ConteudoDoArquivo(caminho, limite));
 }
 
 void GravaLinhas(const QString& caminho, const QStringList& linhas) {

@@ -17,10 +17,12 @@ inline constexpr qint64 LimiteXml = 8 << 20;
 // More than `limite` bytes: a damaged answer.
 bool GrandeDemais(const QString& caminho, qint64 limite);
 
-// The lines of a file; a line ends at CR LF, CR or LF. A file that cannot be opened (gone or
-// locked since it was seen), or is larger than `limite`, gives no lines: the readers then wait
-// and look again.
-QStringList LinhasDoArquivo(const QString& caminho, qint64 limite = LimiteResposta);
+// The bytes of a file; none when it cannot be opened (gone or locked since it was seen) or is
+// larger than `limite`: the readers then wait and look again.
+QByteArray ConteudoDoArquivo(const QString& caminho, qint64 limite = LimiteResposta);
+
+// The lines of the text; a line ends at CR LF, CR or LF.
+QStringList LinhasDoTexto(QByteArrayView bytes);
 
 // The whole file as UTF-8 text (the authorised XML); "" when it cannot be opened or is larger
 // than `limite`.

@@ -29,17 +29,14 @@ TEST_P(PedidoChaveTest, PedidoSemCnfEmDezLinhas) {
 
 // Ten looks, 0.5 s (XML: the key at characters 64-107, the last line wins) or 1 s (text: the
 // last line) apart; the key is stored on the NFC-e number. Only this sale's key, or UniNFe's
-// "0", is taken: anything else is refused on the sale and logged, and an answer larger than
-// any real one is never read.
+// "0", is taken: anything else is refused on the sale and logged (which keys: LeituraChaveTest),
+// and an answer larger than any real one is never read.
 TEST_P(PedidoChaveTest, RespostaNasDuasFormas) {
     const QByteArray k = Chave.toLatin1();
     const auto xml = [](const QByteArray& chave) {
         return "<?xml version=\"1.0\" encoding=\"utf-8\"?><retGerarChave><chaveNFe>" + chave +
                "</chaveNFe></retGerarChave>";
     };
-    QByteArray binario(300, '\0');
-    for (int i = 0; i < binario.size(); ++i)
-        binario[i] = static_cast<char>((i * 37) % 256);
     const char* recusa = "chave inválida recebida do UniNFe";
     const char* danificada = "danificada";
     const std::tuple<bool, QByteArray, qint64, QByteArray, qint64, const char*> casos[] = {
@@ -47,23 +44,14 @@ TEST_P(PedidoChaveTest, RespostaNasDuasFormas) {
         {true, xml(k), 0, k, 500 + 10, nullptr},
         {true, xml(k), 3200, k, 4000 + 10, nullptr},
         {true, "-", 0, {}, 5000, nullptr},
-        {true, xml(k).replace("><", ">\r\n<"), 0, {}, 5000, nullptr},
         {true, "", 0, {}, 5000, nullptr},
         {true, xml("0"), 0, "0", 510, nullptr},
         {true, QByteArray(100000, '7'), 0, {}, 500, recusa},
-        {true, binario, 0, {}, 500, recusa},
         {true, xml(k) + QByteArray(2 << 20, ' '), 0, {}, 5000, danificada},
         {false, k, 0, k, 1000 + 10, nullptr},
-        {false, "lixo\r\n" + k + "\r\n", 0, k, 1000 + 10, nullptr},
         {false, "-", 0, {}, 10000, nullptr},
         {false, "0", 0, "0", 1010, nullptr},
-        {false, "./../../../../outra/x", 0, {}, 1000, recusa},
         {false, "'; DROP TABLE vendas; |x|", 0, {}, 1000, recusa},
-        {false, k.left(43), 0, {}, 1000, recusa},
-        {false, k.left(43) + "7", 0, {}, 1000, recusa},                               // check digit
-        {false, "31261118123456000104650010000012359123456785", 0, {}, 1000, recusa}, // nNF
-        {false, "31261111222333000181650010000012349123456780", 0, {}, 1000, recusa}, // CNPJ
-        {false, "31261118123456000104550010000012349123456785", 0, {}, 1000, recusa}, // model
         {false, QByteArray(2 << 20, '7'), 0, {}, 10000, danificada},
     };
     for (const auto& [emXml, resposta, apareceEm, chave, ms, registro] : casos) {
