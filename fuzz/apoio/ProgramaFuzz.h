@@ -1,7 +1,7 @@
 #pragma once
 
+#include "apoio/AmbienteVirtual.h"
 #include "contexto/Servidor.h"
-#include "plataforma/AmbienteVirtual.h"
 
 #include <QByteArrayView>
 #include <QTemporaryDir>
