@@ -33,7 +33,6 @@ void Reenvia(Servidor& s, const Periodo& p, const std::function<void()>& enviaTo
     if (p.reabreAntes) s.conexoes.ReabreConexao();
     EstadoFila& fila = s.fila;
     const QDate hoje = s.ambiente.Data();
-    fila.DataTexto = hoje.toString(u"dd/MM/yyyy");
     DefinePeriodo(fila, p.inicio(hoje), hoje);
     s.conexoes.ReabreConexao();
     s.conexoes.Executa(SqlReenfileiraPeriodo(fila.DataInicialSql, fila.DataFinalSql));
