@@ -16,8 +16,8 @@ struct Variante {
     bool esperaAntesDoBombeio; // per copied number: wait, then pump (otherwise pump, then wait)
 };
 
-constexpr Variante Grid{0, false};
-constexpr Variante Grid01{0.02, true};
+constexpr Variante Grid{.esperaAntesDaConsulta = 0, .esperaAntesDoBombeio = false};
+constexpr Variante Grid01{.esperaAntesDaConsulta = 0.02, .esperaAntesDoBombeio = true};
 
 QString LiteralData(const QDate& data) {
     return u"'"_s + DataMySQL(data) + u"'"_s;
