@@ -2,6 +2,7 @@
 
 #include "apoio/AmbienteVirtual.h"
 #include "contexto/Servidor.h"
+#include "storage/ErroExecucao.h"
 
 #include <QByteArrayView>
 #include <QTemporaryDir>
