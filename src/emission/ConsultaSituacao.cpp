@@ -32,7 +32,7 @@ void ConsultaSituacao(Servidor& s, const QString& chave) {
     s.venda.MesAutorizados = s.ambiente.Data().toString(u"ddMMyyyy"_s);
     GravaLinhas(arquivos.NoEnvio(chave + u"-ped-sit.txt"_s),
                 {
-                    u"tpAmb|"_s + QString::number(Le(s.pasta, ajustes::TmpAmbNfce)),
+                    u"tpAmb|"_s + TextoNumero(Le(s.pasta, ajustes::TmpAmbNfce)),
                     u"xServ|CONSULTAR"_s,
                     u"tpEmis|1"_s,
                     u"chNFe|"_s + chave,

@@ -23,7 +23,7 @@ void EscreveIdentificacao(DocumentoNfce& doc) {
 
     const bool contingencia = doc.contingencia;
     const QString dhEmi = DataHora(doc.dataEmissao, doc.horaEmissao);
-    const QString tpAmb = QString::number(Le(doc.servidor.pasta, ajustes::TmpAmbNfce));
+    const QString tpAmb = QString::number(InteiroDe(Le(doc.servidor.pasta, ajustes::TmpAmbNfce)));
     // cNF and cDV stay empty: UniNFe fills them. verProc comes from a version text that is
     // never set, written as a blank amount: "0.00".
     const Empresa& e = doc.servidor.empresa;

@@ -27,6 +27,10 @@ bool Le(const QString& pasta, const AjusteSim& ajuste) {
     return Valor(pasta, ajuste.chave) == u"SIM"_s;
 }
 
+double Le(const QString& pasta, const AjusteNumero& ajuste) {
+    return Val(Valor(pasta, ajuste.chave));
+}
+
 qint64 Le(const QString& pasta, const AjusteInteiro& ajuste) {
     const QString valor = Valor(pasta, ajuste.chave);
     const double numero = std::trunc(Val(valor));

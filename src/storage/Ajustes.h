@@ -17,6 +17,10 @@ struct AjusteTexto {
 struct AjusteSim {
     const char16_t* chave;
 };
+// A number: Val of the value ("", "abc" and a missing key give 0).
+struct AjusteNumero {
+    const char16_t* chave;
+};
 // A whole number: Val cut toward zero; beyond 64 bits error 6; 0 stands for `padrao`.
 struct AjusteInteiro {
     const char16_t* chave;
@@ -34,7 +38,7 @@ namespace ajustes {
 // CONTINGENCIAHOST. TIPOBANCO is MYSQL or SQLITE, in any case.
 // clang-format off
 inline constexpr AjusteSegundos Temp                {u"TEMP"};
-inline constexpr AjusteInteiro  TmpAmbNfce          {u"TMPAMBNFCE"};
+inline constexpr AjusteNumero   TmpAmbNfce          {u"TMPAMBNFCE"};
 inline constexpr AjusteInteiro  RegimeTrib          {u"REGIMETRIB",          1};
 inline constexpr AjusteSim      EnvioXml            {u"ENVIOXML"};
 inline constexpr AjusteSim      VendasOnline        {u"VENDASONLINE"};
@@ -58,6 +62,7 @@ inline constexpr AjusteTexto    PortalNfe           {u"PORTALNFE",
 // `pasta` is the program folder. A missing or unreadable Config.ini raises LerConfig's errors.
 QString Le(const QString& pasta, const AjusteTexto& ajuste);
 bool Le(const QString& pasta, const AjusteSim& ajuste);
+double Le(const QString& pasta, const AjusteNumero& ajuste);
 qint64 Le(const QString& pasta, const AjusteInteiro& ajuste);
 int Le(const QString& pasta, const AjusteSegundos& ajuste, int seNenhum);
 // Whether the key has a value of its own (not empty), before any default.
