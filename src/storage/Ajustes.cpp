@@ -42,9 +42,10 @@ qint64 Le(const QString& pasta, const AjusteInteiro& ajuste) {
 }
 
 int Le(const QString& pasta, const AjusteSegundos& ajuste, int seNenhum) {
-    const QString chave = QString::fromUtf16(ajuste.chave);
-    const QString valor = LerConfig(pasta, chave);
-    Inteiro16(valor, chave);
+    const QString valor = Valor(pasta, ajuste.chave);
+    // The start-up keeps it in a 16-bit integer: a value that does not fit is refused
+    // wherever it is read.
+    Inteiro16(valor, Chave(ajuste));
     const double segundos = std::trunc(Val(valor));
     return segundos > 0 ? static_cast<int>(segundos) : seNenhum;
 }
