@@ -6,9 +6,9 @@
 // under 50 ms, served by an index). MariaDB runs when NFCE_MARIADB names the server.
 #include "ConfigBench.h"
 #include "Simulador.h"
+#include "apoio/AmbienteVirtual.h"
 #include "contexto/Servidor.h"
 #include "emission/EnviaPendentes.h"
-#include "plataforma/AmbienteVirtual.h"
 #include "storage/Empresa.h"
 #include "storage/Esquema.h"
 #include "storage/Registros.h"

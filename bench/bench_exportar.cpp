@@ -2,9 +2,9 @@
 // when NFCE_MARIADB names a server, on MariaDB over the network (target: under 2 ms a row).
 // The waits the export makes run on the virtual clock, so only the work itself is timed.
 #include "ConfigBench.h"
+#include "apoio/AmbienteVirtual.h"
 #include "contexto/Servidor.h"
 #include "export/Exportacao.h"
-#include "plataforma/AmbienteVirtual.h"
 #include "storage/Esquema.h"
 
 #include <QCoreApplication>

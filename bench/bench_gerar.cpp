@@ -3,9 +3,9 @@
 // the work is measured. MariaDB runs when NFCE_MARIADB names the server (user master).
 // Memory: peak RSS after each size; the text is written as it goes.
 #include "ConfigBench.h"
+#include "apoio/AmbienteVirtual.h"
 #include "contexto/Servidor.h"
 #include "nfce/GeraNfce.h"
-#include "plataforma/AmbienteVirtual.h"
 #include "storage/Empresa.h"
 #include "storage/Esquema.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "apoio/AmbienteVirtual.h"
 #include "contexto/Servidor.h"
 #include "nfce/LeituraChave.h"
-#include "plataforma/AmbienteVirtual.h"
 
 #include <QByteArrayView>
 #include <QTemporaryDir>

@@ -6,7 +6,6 @@
 #include "contexto/Painel.h"
 #include "plataforma/Ambiente.h"
 #include "storage/Conexoes.h"
-#include "storage/Configuracao.h"
 #include "storage/Empresa.h"
 
 #include <QSet>
@@ -19,8 +18,6 @@ namespace nfce {
 struct Servidor {
     Servidor(QString pastaPrograma, Ambiente& ambiente)
         : pasta(std::move(pastaPrograma)), ambiente(ambiente), conexoes(pasta, ambiente) {}
-
-    QString LerConfig(const QString& chave) const { return nfce::LerConfig(pasta, chave); }
 
     // A damaged answer is read again at every look: the log gets its line the first time.
     void RegistraUmaVez(const QString& linha) {
@@ -37,7 +34,6 @@ struct Servidor {
     EstadoFila fila;
     EstadoEnvio envio;
     Painel painel;
-    qint16 Temp = 0; // setting TEMP as read at start-up
 
     // The single-sale re-emission that some rejections start (argument: the NFC-e number);
     // nothing happens while the drivers have not set it.

@@ -5,7 +5,9 @@
 #include "emission/ConsultaSituacao.h"
 #include "emission/LinhaProtocolo.h"
 #include "nfce/RespostaUniNfe.h"
+#include "storage/Ajustes.h"
 #include "storage/ArquivoTexto.h"
+#include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
 #include "storage/Pastas.h"
 #include "storage/Registros.h"
@@ -100,7 +102,7 @@ bool CopiaContabil(Servidor& s, const QString& chave) {
 }
 
 void CopiaParaContador(Servidor& s, const QString& chave) {
-    if (s.LerConfig(u"ENVIOXML"_s) != u"SIM"_s) return;
+    if (!Le(s.pasta, ajustes::EnvioXml)) return;
     Registros empresa;
     s.conexoes.AbreTabela(empresa, u"empresa"_s);
     const QString raiz = empresa.Eof() ? QString() : empresa.Texto(u"pathenvio"_s);

@@ -2,6 +2,7 @@
 
 #include "contexto/Servidor.h"
 #include "emission/ArquivosDaVenda.h"
+#include "storage/Ajustes.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Formatacao.h"
 
@@ -13,7 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString PortalPadrao = u"http://www.nfe.fazenda.gov.br/portal/principal.aspx"_s;
 constexpr int LimitePortalMs = 10000;
 
 // Errors ignored: a missing folder or a file in use is no reason to stop.
@@ -32,7 +32,7 @@ void ConsultaSituacao(Servidor& s, const QString& chave) {
     s.venda.MesAutorizados = s.ambiente.Data().toString(u"ddMMyyyy"_s);
     GravaLinhas(arquivos.NoEnvio(chave + u"-ped-sit.txt"_s),
                 {
-                    u"tpAmb|"_s + TextoNumero(Val(s.LerConfig(u"TMPAMBNFCE"_s))),
+                    u"tpAmb|"_s + TextoNumero(Le(s.pasta, ajustes::TmpAmbNfce)),
                     u"xServ|CONSULTAR"_s,
                     u"tpEmis|1"_s,
                     u"chNFe|"_s + chave,
@@ -41,9 +41,7 @@ void ConsultaSituacao(Servidor& s, const QString& chave) {
 }
 
 bool TestaInternet(Servidor& s) {
-    const QString configurado = s.LerConfig(u"PORTALNFE"_s).trimmed();
-    const QString pagina =
-        s.ambiente.BuscaUrl(configurado.isEmpty() ? PortalPadrao : configurado, LimitePortalMs);
+    const QString pagina = s.ambiente.BuscaUrl(Le(s.pasta, ajustes::PortalNfe), LimitePortalMs);
     s.ambiente.Aguarda(0.05);
     return !pagina.isEmpty();
 }

@@ -4,6 +4,7 @@
 #include "emission/ArquivosDaVenda.h"
 #include "emission/Retorno.h"
 #include "storage/ArquivoTexto.h"
+#include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
 #include "storage/Pastas.h"
 

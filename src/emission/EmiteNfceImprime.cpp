@@ -7,6 +7,7 @@
 #include "emission/Retorno.h"
 #include "nfce/GeraNfce.h"
 #include "nfce/Valores.h"
+#include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
 #include "storage/Pastas.h"
 

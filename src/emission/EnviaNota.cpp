@@ -3,6 +3,7 @@
 #include "emission/EnviaTodos.h"
 #include "emission/Retorno.h"
 #include "nfce/GeraNfce.h"
+#include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
 
 namespace nfce {

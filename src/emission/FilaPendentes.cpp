@@ -16,8 +16,8 @@ struct Variante {
     bool esperaAntesDoBombeio; // per copied number: wait, then pump (otherwise pump, then wait)
 };
 
-constexpr Variante Grid{0, false};
-constexpr Variante Grid01{0.02, true};
+constexpr Variante Grid{.esperaAntesDaConsulta = 0, .esperaAntesDoBombeio = false};
+constexpr Variante Grid01{.esperaAntesDaConsulta = 0.02, .esperaAntesDoBombeio = true};
 
 QString LiteralData(const QDate& data) {
     return u"'"_s + DataMySQL(data) + u"'"_s;
@@ -54,7 +54,6 @@ void Consulta(Servidor& s, const Variante& v) {
     s.conexoes.ReabreConexao();
     EstadoFila& fila = s.fila;
     const QDate hoje = s.ambiente.Data();
-    fila.DataTexto = hoje.toString(u"dd/MM/yyyy");
     DefinePeriodo(fila, hoje, hoje);
     if (v.esperaAntesDaConsulta > 0) s.ambiente.Aguarda(v.esperaAntesDaConsulta);
     // A recordset of its own, for the same reason as the local connection.
@@ -76,8 +75,6 @@ void ConsultaGrid01(Servidor& s) {
 }
 
 void DefinePeriodo(EstadoFila& fila, const QDate& inicio, const QDate& fim) {
-    fila.DataInicial = inicio;
-    fila.DataFinal = fim;
     fila.DataInicialSql = LiteralData(inicio);
     fila.DataFinalSql = LiteralData(fim);
 }

@@ -9,6 +9,7 @@
 #include "nfce/LeituraChave.h"
 #include "nfce/RespostaUniNfe.h"
 #include "storage/ArquivoTexto.h"
+#include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
 #include "storage/Larguras.h"
 #include "storage/Pastas.h"

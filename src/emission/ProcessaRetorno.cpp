@@ -12,6 +12,7 @@
 #include "nfce/ChaveAcesso.h"
 #include "nfce/RespostaUniNfe.h"
 #include "storage/ArquivoTexto.h"
+#include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
 #include "storage/Pastas.h"
 

@@ -26,14 +26,19 @@ QDate InicioFixo(const QDate&) {
     return QDate(2021, 6, 1);
 }
 
-constexpr Periodo DoMes{false, PrimeiroDoMes, 0, ConsultaGrid};
-constexpr Periodo DesdeJunho2021{true, InicioFixo, 0.01, ConsultaGrid01};
+constexpr Periodo DoMes{.reabreAntes = false,
+                        .inicio = PrimeiroDoMes,
+                        .esperaAposReenfileirar = 0,
+                        .consulta = ConsultaGrid};
+constexpr Periodo DesdeJunho2021{.reabreAntes = true,
+                                 .inicio = InicioFixo,
+                                 .esperaAposReenfileirar = 0.01,
+                                 .consulta = ConsultaGrid01};
 
 void Reenvia(Servidor& s, const Periodo& p, const std::function<void()>& enviaTodos) {
     if (p.reabreAntes) s.conexoes.ReabreConexao();
     EstadoFila& fila = s.fila;
     const QDate hoje = s.ambiente.Data();
-    fila.DataTexto = hoje.toString(u"dd/MM/yyyy");
     DefinePeriodo(fila, p.inicio(hoje), hoje);
     s.conexoes.ReabreConexao();
     s.conexoes.Executa(SqlReenfileiraPeriodo(fila.DataInicialSql, fila.DataFinalSql));

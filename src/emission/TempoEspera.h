@@ -1,14 +1,15 @@
 #pragma once
 
 #include "contexto/Servidor.h"
-#include "storage/Formatacao.h"
+#include "storage/Ajustes.h"
 
 namespace nfce {
 
-// Setting TEMP in whole seconds; 0 (or missing) means 2.
+// Setting TEMP; without a number of seconds the return processing waits 2.
+constexpr int EsperaPadraoDoRetorno = 2;
+
 inline int TempoDeEspera(const Servidor& s) {
-    const int segundos = static_cast<int>(Val(s.LerConfig(QStringLiteral("TEMP"))));
-    return segundos == 0 ? 2 : segundos;
+    return Le(s.pasta, ajustes::Temp, EsperaPadraoDoRetorno);
 }
 
 } // namespace nfce

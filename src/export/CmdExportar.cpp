@@ -1,6 +1,7 @@
 #include "contexto/Servidor.h"
 #include "export/Exportacao.h"
 #include "export/Passos.h"
+#include "storage/Ajustes.h"
 
 namespace nfce {
 
@@ -24,7 +25,7 @@ private:
 
 ResultadoExportacao CmdExportar(Servidor& servidor) {
     ResultadoExportacao resultado;
-    if (servidor.LerConfig(u"VENDASONLINESRV"_s) != u"SIM") return resultado;
+    if (!Le(servidor.pasta, ajustes::VendasOnlineSrv)) return resultado;
     resultado.ligada = true;
     servidor.conexoes.ReabreConexao();
     // A failure was shown by the reopen itself.

@@ -4,6 +4,7 @@
 #include "export/Passos.h"
 #include "export/Remessa.h"
 #include "export/SqlItens.h"
+#include "storage/Ajustes.h"
 
 namespace nfce {
 
@@ -21,8 +22,7 @@ void EnviaItem(Servidor& servidor, const Linha& linha, ResultadoExportacao& resu
     // The stock moves with the row the remote side took: once, however often a row is tried.
     if (!enviado) return;
     EnviaRemoto(
-        servidor,
-        [&] { return BaixaEstoque(item, servidor.LerConfig(u"ESTOQUEFISICO"_s) == u"SIM"); },
+        servidor, [&] { return BaixaEstoque(item, Le(servidor.pasta, ajustes::EstoqueFisico)); },
         u"baixa de estoque do produto "_s + TextoDeChave(item, u"codprod"_s), linha.chave);
 }
 

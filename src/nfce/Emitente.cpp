@@ -1,6 +1,7 @@
 #include "nfce/CampoLimpo.h"
 #include "nfce/Documento.h"
 #include "nfce/Valores.h"
+#include "storage/Ajustes.h"
 #include "storage/Formatacao.h"
 
 namespace nfce {
@@ -9,8 +10,7 @@ using namespace Qt::StringLiterals;
 
 void EscreveEmitente(DocumentoNfce& doc) {
     const Empresa& e = doc.servidor.empresa;
-    qint64 crt = InteiroDe(doc.servidor.LerConfig(u"REGIMETRIB"_s));
-    if (crt == 0) crt = 1;
+    const qint64 crt = Le(doc.servidor.pasta, ajustes::RegimeTrib);
     doc.Escreve(u"C|"_s + CampoLimpo(e.Nome, 60) + u"||"_s + CampoLimpo(LimpaTexto(e.Ie), 14) +
                 u"||||"_s + QString::number(crt) + u'|');
     doc.Escreve(u"C02|"_s + CampoLimpo(LimpaTexto(e.Cnpj), 14) + u'|');

@@ -4,11 +4,9 @@
 #include "nfce/Emissao.h"
 #include "nfce/Valores.h"
 #include "nfce/VerificaVenda.h"
+#include "storage/Ajustes.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Formatacao.h"
-
-#include <algorithm>
-#include <cmath>
 
 namespace nfce {
 
@@ -16,12 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The setting TEMP in whole seconds; 0, less or unreadable gives 3. A 16-bit count, as
-// the start-up keeps it.
-double EsperaPelaUniNfe(const Servidor& servidor) {
-    const double segundos = std::trunc(Val(servidor.LerConfig(u"TEMP"_s)));
-    return segundos > 0 ? std::min(segundos, 32767.0) : 3.0;
-}
+// Setting TEMP; without a number of seconds the generator gives UniNFe 3.
+constexpr int EsperaPadraoDoGerador = 3;
 
 void EscreveDocumento(DocumentoNfce& doc) {
     EscreveIdentificacao(doc);
@@ -54,7 +48,7 @@ QString GeraNfce(Servidor& servidor, const QString& nfce, const VarianteGerador&
     venda.DataArquivo = instante.dataArquivo.toString(u"ddMMyyyy");
     venda.SerieNfce = Zeros(servidor.empresa.Serie, 3);
     venda.CnpjEmpresa = servidor.empresa.Cnpj;
-    servidor.ambiente.Aguarda(EsperaPelaUniNfe(servidor));
+    servidor.ambiente.Aguarda(Le(servidor.pasta, ajustes::Temp, EsperaPadraoDoGerador));
     return arquivo.Caminho();
 }
 

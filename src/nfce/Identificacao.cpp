@@ -1,6 +1,7 @@
 #include "nfce/CampoLimpo.h"
 #include "nfce/Documento.h"
 #include "nfce/Valores.h"
+#include "storage/Ajustes.h"
 #include "storage/Formatacao.h"
 
 namespace nfce {
@@ -22,7 +23,7 @@ void EscreveIdentificacao(DocumentoNfce& doc) {
 
     const bool contingencia = doc.contingencia;
     const QString dhEmi = DataHora(doc.dataEmissao, doc.horaEmissao);
-    const QString tpAmb = QString::number(InteiroDe(doc.servidor.LerConfig(u"TMPAMBNFCE"_s)));
+    const QString tpAmb = QString::number(InteiroDe(Le(doc.servidor.pasta, ajustes::TmpAmbNfce)));
     // cNF and cDV stay empty: UniNFe fills them. verProc comes from a version text that is
     // never set, written as a blank amount: "0.00".
     const Empresa& e = doc.servidor.empresa;

@@ -5,6 +5,7 @@
 #include "emission/Reenvio.h"
 #include "export/Exportacao.h"
 #include "shell/Inicio.h"
+#include "storage/Ajustes.h"
 #include "storage/ErroExecucao.h"
 
 #include <QTimer>
@@ -39,7 +40,7 @@ void Aplicacao::AtEnvioTimeProtegido() {
 }
 
 void Aplicacao::Form_Activate() {
-    s_.painel.CmdExportarAtivo = s_.LerConfig(u"VENDASONLINE"_s).trimmed() == u"SIM"_s;
+    s_.painel.CmdExportarAtivo = Le(s_.pasta, ajustes::VendasOnline);
 }
 
 void Aplicacao::Form_Unload() {

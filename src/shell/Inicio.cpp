@@ -1,8 +1,8 @@
 #include "shell/Inicio.h"
 
 #include "contexto/Servidor.h"
+#include "storage/Ajustes.h"
 #include "storage/Configuracao.h"
-#include "storage/Formatacao.h"
 #include "storage/Pastas.h"
 
 #include <QDir>
@@ -14,7 +14,8 @@ using namespace Qt::StringLiterals;
 void TimerInicio(Servidor& s) {
     s.empresa.Cnpj = LerEmpresa(s.pasta, u"CNPJ"_s);
     s.painel.LblQuantCup = u"0"_s;
-    s.Temp = Inteiro16(s.LerConfig(u"TEMP"_s), u"TEMP"_s);
+    // TEMP goes into a 16-bit count: beyond it the server does not start.
+    Le(s.pasta, ajustes::Temp, 0);
     s.ambiente.Aguarda(0.05);
     CarregaEmpresaEPastas(s);
     s.conexoes.PreparaConexaoPrincipal();

@@ -1,8 +1,8 @@
 #include "shell/Verificacao.h"
 
 #include "plataforma/AmbienteQt.h"
+#include "storage/Ajustes.h"
 #include "storage/Conexoes.h"
-#include "storage/Configuracao.h"
 #include "storage/Empresa.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Esquema.h"
@@ -14,8 +14,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 [[noreturn]] void BancoInvalido(const QString& pasta, int numero, const QString& problema) {
-    throw ErroExecucao(numero, u"Banco de dados \"%1\" (BASEDADOS em Config.ini): %2"_s.arg(
-                                   LerConfig(pasta, u"BASEDADOS"_s).left(200), problema));
+    throw ErroExecucao(
+        numero, u"Banco de dados \"%1\" (%2 em Config.ini): %3"_s.arg(
+                    Le(pasta, ajustes::BaseDados).left(200), Chave(ajustes::BaseDados), problema));
 }
 
 void VerificaBanco(const QString& pasta) {

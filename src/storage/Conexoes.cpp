@@ -1,7 +1,7 @@
 #include "storage/Conexoes.h"
 
 #include "plataforma/Ambiente.h"
-#include "storage/Configuracao.h"
+#include "storage/Ajustes.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Esquema.h"
 
@@ -50,18 +50,13 @@ QString StringConexaoMySql(const QString& host, const QString& base, const QStri
 Conexoes::Conexoes(QString pastaPrograma, Ambiente& ambiente)
     : pasta_(std::move(pastaPrograma)), ambiente_(ambiente) {}
 
-QString Conexoes::Config(const QString& chave, const QString& padrao) const {
-    const QString valor = LerConfig(pasta_, chave);
-    return Vazio(valor) ? padrao : valor;
-}
-
 TipoBanco Conexoes::TipoConfigurado() const {
-    const QString tipo = Config(QStringLiteral("TIPOBANCO")).toUpper();
-    if (tipo.isEmpty() || tipo == u"MYSQL") return TipoBanco::MySql;
+    const QString tipo = Le(pasta_, ajustes::TipoBanco).toUpper();
+    if (tipo == u"MYSQL") return TipoBanco::MySql;
     if (tipo == u"SQLITE") return TipoBanco::Sqlite;
-    throw ErroExecucao(
-        ErroArgumentoInvalido,
-        QStringLiteral("TIPOBANCO inválido: \"%1\" (use MYSQL ou SQLITE).").arg(tipo));
+    throw ErroExecucao(ErroArgumentoInvalido,
+                       QStringLiteral("%1 inválido: \"%2\" (use MYSQL ou SQLITE).")
+                           .arg(Chave(ajustes::TipoBanco), tipo));
 }
 
 std::shared_ptr<Conexao> Conexoes::Cria(const QString& host, const QString& base,
@@ -80,7 +75,7 @@ void Conexoes::Registra(const QString& conexao, const QString& descricao) const 
 
 void Conexoes::PreparaConexaoPrincipal() {
     try {
-        if (Vazio(LerConfig(pasta_, QStringLiteral("BASEDADOS")))) return;
+        if (!Definido(pasta_, ajustes::BaseDados)) return;
         principal_.reset();
         stringPrincipal_.clear();
         principal_ = CriaPrincipal();
@@ -91,11 +86,12 @@ void Conexoes::PreparaConexaoPrincipal() {
 }
 
 std::shared_ptr<Conexao> Conexoes::CriaPrincipal(Conexao::Arquivo arquivo) const {
-    const QString base = LerConfig(pasta_, QStringLiteral("BASEDADOS"));
-    if (Vazio(base))
+    const QString base = Le(pasta_, ajustes::BaseDados);
+    if (base.isEmpty())
         throw ErroExecucao(ErroArgumentoInvalido,
-                           QStringLiteral("sem BASEDADOS, nenhum banco de dados configurado"));
-    return Cria(LerConfig(pasta_, QStringLiteral("SERVIDOR")), base, QStringLiteral("master"),
+                           QStringLiteral("sem %1, nenhum banco de dados configurado")
+                               .arg(Chave(ajustes::BaseDados)));
+    return Cria(Le(pasta_, ajustes::ServidorPrincipal), base, QStringLiteral("master"),
                 QStringLiteral("brenhova"), arquivo);
 }
 
@@ -103,10 +99,10 @@ void Conexoes::AbreConexaoRemota() {
     // VENDASONLINE only enables the export button: the connection is prepared whatever
     // it says.
     try {
-        const QString servidor = LerConfig(pasta_, QStringLiteral("SERVIDORBASE"));
-        const QString base = LerConfig(pasta_, QStringLiteral("SERVIDORBASEDADOS"));
-        const QString usuario = LerConfig(pasta_, QStringLiteral("SERVIDORUSUARIO"));
-        if (Vazio(base)) return;
+        const QString servidor = Le(pasta_, ajustes::ServidorBase);
+        const QString base = Le(pasta_, ajustes::ServidorBaseDados);
+        const QString usuario = Le(pasta_, ajustes::ServidorUsuario);
+        if (base.isEmpty()) return;
         remota_.reset();
         remota_ = Cria(servidor, base, usuario, QStringLiteral("brenhova"));
         remota_->Abre();
@@ -119,14 +115,12 @@ bool Conexoes::AbreConexaoContingencia() {
     try {
         contingencia_.reset();
         const bool sqlite = TipoConfigurado() == TipoBanco::Sqlite;
-        const QString host = Config(QStringLiteral("CONTINGENCIAHOST"));
-        const QString base = Config(QStringLiteral("CONTINGENCIABASE"));
         // Without its host (its file, on SQLite) the central service is not configured.
-        if (sqlite ? base.isEmpty() : host.isEmpty()) return false;
+        if (!Definido(pasta_, sqlite ? ajustes::ContingenciaBase : ajustes::ContingenciaHost))
+            return false;
         contingencia_ =
-            Cria(host, base.isEmpty() ? QStringLiteral("remote_db") : base,
-                 Config(QStringLiteral("CONTINGENCIAUSUARIO"), QStringLiteral("remote_user")),
-                 Config(QStringLiteral("CONTINGENCIASENHA"), QStringLiteral("Rk4817pQ")));
+            Cria(Le(pasta_, ajustes::ContingenciaHost), Le(pasta_, ajustes::ContingenciaBase),
+                 Le(pasta_, ajustes::ContingenciaUsuario), Le(pasta_, ajustes::ContingenciaSenha));
         contingencia_->Abre();
         return true;
     } catch (const ErroExecucao& erro) {

@@ -15,12 +15,12 @@ QString StringConexaoMySql(const QString& host, const QString& base, const QStri
 
 // The databases of the system and the routines through which the rest of it opens them.
 //
-// Settings ("Config.ini" in the program folder):
+// Settings (storage/Ajustes.h):
 //   main         SERVIDOR, BASEDADOS (empty: no main connection), user master
 //   remote       SERVIDORBASE, SERVIDORBASEDADOS (empty: none), SERVIDORUSUARIO
-//   contingency  CONTINGENCIAHOST (empty: none), CONTINGENCIABASE ("remote_db"),
-//                CONTINGENCIAUSUARIO ("remote_user"), CONTINGENCIASENHA
-//   TIPOBANCO    absent or MYSQL: MySQL through ODBC; SQLITE: every connection is an SQLite
+//   contingency  CONTINGENCIAHOST (empty: none), CONTINGENCIABASE, CONTINGENCIAUSUARIO,
+//                CONTINGENCIASENHA
+//   TIPOBANCO    MYSQL: MySQL through ODBC; SQLITE: every connection is an SQLite
 //                file named by BASEDADOS, SERVIDORBASEDADOS and CONTINGENCIABASE (the
 //                contingency one only when CONTINGENCIABASE is set), relative to the
 //                program folder; any other value: no connection is built.
@@ -79,7 +79,6 @@ private:
                                   const QString& senha,
                                   Conexao::Arquivo arquivo = Conexao::Arquivo::Existente) const;
     TipoBanco TipoConfigurado() const;
-    QString Config(const QString& chave, const QString& padrao = {}) const;
     void Registra(const QString& conexao, const QString& descricao) const;
 
     QString pasta_;

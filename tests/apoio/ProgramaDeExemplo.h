@@ -1,7 +1,7 @@
 #pragma once
 
+#include "apoio/AmbienteVirtual.h"
 #include "apoio/PastaPrograma.h"
-#include "plataforma/AmbienteVirtual.h"
 #include "storage/Instalacao.h"
 
 #include <gtest/gtest.h>

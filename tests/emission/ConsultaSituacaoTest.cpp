@@ -1,8 +1,8 @@
 #include "emission/ConsultaSituacao.h"
+#include "apoio/AmbienteVirtual.h"
 #include "apoio/Erros.h"
 #include "apoio/PastaPrograma.h"
 #include "contexto/Servidor.h"
-#include "plataforma/AmbienteVirtual.h"
 
 #include <QDir>
 #include <gtest/gtest.h>

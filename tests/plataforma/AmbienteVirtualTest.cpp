@@ -1,4 +1,4 @@
-#include "plataforma/AmbienteVirtual.h"
+#include "apoio/AmbienteVirtual.h"
 
 #include <gtest/gtest.h>
 

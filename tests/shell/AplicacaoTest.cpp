@@ -47,7 +47,6 @@ TEST_F(AplicacaoTest, PartidaLeEmpresaFazPastasEReenfileira) {
     EXPECT_EQ(s().empresa.Cnpj, u"11222333000181"_s);
     EXPECT_EQ(s().empresa.Serie, u"001"_s);
     EXPECT_EQ(s().empresa.Cep, u"30130000"_s);
-    EXPECT_EQ(s().Temp, 3);
     for (const QString& p : {u"LOG"_s, u"11222333000181/Envio"_s, u"11222333000181/Validar"_s})
         EXPECT_TRUE(PastaExiste(Caminho(pasta.caminho(), p))) << p.toStdString();
     EXPECT_EQ(s().painel.LblQuantCup, QString());

@@ -1,6 +1,6 @@
 #include "Simulador.h"
 #include "Exemplos.h"
-#include "plataforma/AmbienteVirtual.h"
+#include "apoio/AmbienteVirtual.h"
 
 #include <QDir>
 #include <QFile>

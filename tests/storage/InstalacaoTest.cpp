@@ -1,8 +1,8 @@
 #include "storage/Instalacao.h"
 
+#include "apoio/AmbienteVirtual.h"
 #include "apoio/Erros.h"
 #include "apoio/PastaPrograma.h"
-#include "plataforma/AmbienteVirtual.h"
 #include "storage/Conexoes.h"
 #include "storage/Configuracao.h"
 #include "storage/Empresa.h"
