@@ -1,9 +1,6 @@
 #include "nfce/Valores.h"
 
-#include "storage/ErroExecucao.h"
 #include "storage/Formatacao.h"
-
-#include <cmath>
 
 namespace nfce {
 
@@ -36,13 +33,7 @@ qint64 InteiroDe(const QVariant& valor) {
     if (valor.isNull()) return 0;
     if (valor.typeId() == QMetaType::LongLong || valor.typeId() == QMetaType::Int)
         return valor.toLongLong();
-    const double numero = std::trunc(EhNumero(valor) ? valor.toDouble() : Val(valor.toString()));
-    // 2^63 itself does not fit; every double below it does.
-    if (!(std::fabs(numero) < 9223372036854775808.0))
-        throw ErroExecucao(ErroEstouro,
-                           QStringLiteral("Estouro: \"%1\" não é um número inteiro válido")
-                               .arg(valor.toString().left(40)));
-    return static_cast<qint64>(numero);
+    return Inteiro64(EhNumero(valor) ? valor.toDouble() : Val(valor.toString()), valor.toString());
 }
 
 QString Dinheiro(double valor) {

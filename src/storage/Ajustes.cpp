@@ -1,7 +1,6 @@
 #include "storage/Ajustes.h"
 
 #include "storage/Configuracao.h"
-#include "storage/ErroExecucao.h"
 #include "storage/Formatacao.h"
 
 #include <cmath>
@@ -33,12 +32,8 @@ double Le(const QString& pasta, const AjusteNumero& ajuste) {
 
 qint64 Le(const QString& pasta, const AjusteInteiro& ajuste) {
     const QString valor = Valor(pasta, ajuste.chave);
-    const double numero = std::trunc(Val(valor));
-    // 2^63 itself does not fit; every double below it does.
-    if (!(std::fabs(numero) < 9223372036854775808.0))
-        throw ErroExecucao(ErroEstouro,
-                           u"Estouro: \"%1\" não é um número inteiro válido"_s.arg(valor.left(40)));
-    return numero == 0 ? ajuste.padrao : static_cast<qint64>(numero);
+    const qint64 numero = Inteiro64(Val(valor), valor);
+    return numero == 0 ? ajuste.padrao : numero;
 }
 
 int Le(const QString& pasta, const AjusteSegundos& ajuste, int seNenhum) {

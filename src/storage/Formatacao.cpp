@@ -298,6 +298,16 @@ QString padraoQuantidade() {
 
 } // namespace
 
+qint64 Inteiro64(double numero, const QString& texto) {
+    const double inteiro = std::trunc(numero);
+    // 2^63 itself does not fit; every double below it does.
+    if (!(std::fabs(inteiro) < 9223372036854775808.0))
+        throw ErroExecucao(
+            ErroEstouro,
+            QStringLiteral("Estouro: \"%1\" não é um número inteiro válido").arg(texto.left(40)));
+    return static_cast<qint64>(inteiro);
+}
+
 double Val(const QString& texto) {
     Leitor leitor(texto);
     double valor = 0;

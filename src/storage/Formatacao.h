@@ -19,6 +19,10 @@ namespace nfce {
 // large for a double gives an infinity. Never throws.
 double Val(const QString& texto);
 
+// A number cut to its whole part as a 64-bit integer; beyond that range error 6, showing
+// `texto` (what the number was read from).
+qint64 Inteiro64(double numero, const QString& texto);
+
 // Val rounded half to even into a 16-bit integer, as the system's integer variables take a
 // number; beyond their range error 6, naming `oQue`.
 qint16 Inteiro16(const QString& texto, const QString& oQue);
