@@ -1,6 +1,6 @@
 // How much CPU a 10-second wait of the production event loop costs (target: under 1 %
 // of one core, i.e. under 0.1 s). The window must stay live, but the process must sleep.
-#include "plataforma/AmbienteQt.h"
+#include "platform/AmbienteQt.h"
 
 #include <QCoreApplication>
 #include <QTimer>

@@ -6,12 +6,12 @@
 // under 50 ms, served by an index). MariaDB runs when NFCE_MARIADB names the server.
 #include "ConfigBench.h"
 #include "Simulador.h"
-#include "apoio/AmbienteVirtual.h"
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "emission/EnviaPendentes.h"
 #include "storage/Empresa.h"
 #include "storage/Esquema.h"
 #include "storage/Registros.h"
+#include "support/AmbienteVirtual.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,10 +2,10 @@
 // when NFCE_MARIADB names a server, on MariaDB over the network (target: under 2 ms a row).
 // The waits the export makes run on the virtual clock, so only the work itself is timed.
 #include "ConfigBench.h"
-#include "apoio/AmbienteVirtual.h"
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "export/Exportacao.h"
 #include "storage/Esquema.h"
+#include "support/AmbienteVirtual.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -3,11 +3,11 @@
 // the work is measured. MariaDB runs when NFCE_MARIADB names the server (user master).
 // Memory: peak RSS after each size; the text is written as it goes.
 #include "ConfigBench.h"
-#include "apoio/AmbienteVirtual.h"
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "nfce/GeraNfce.h"
 #include "storage/Empresa.h"
 #include "storage/Esquema.h"
+#include "support/AmbienteVirtual.h"
 
 #include <QCoreApplication>
 #include <QDir>

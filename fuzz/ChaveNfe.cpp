@@ -1,6 +1,6 @@
 // UniNFe's conversion answer "<base>-nfe.txt", whose "ChaveNFe" line carries the key.
-#include "apoio/ProgramaFuzz.h"
 #include "nfce/LeituraChave.h"
+#include "support/ProgramaFuzz.h"
 
 using namespace nfce;
 using namespace nfce::teste;

@@ -1,6 +1,6 @@
 // UniNFe's access-key answer in its text form, "<nNF>-ret-gerar-chave.txt".
-#include "apoio/ProgramaFuzz.h"
 #include "nfce/LeituraChave.h"
+#include "support/ProgramaFuzz.h"
 
 using namespace nfce;
 using namespace nfce::teste;

@@ -1,6 +1,6 @@
 // UniNFe's access-key answer in its XML form, "<nNF>-ret-gerar-chave.xml".
-#include "apoio/ProgramaFuzz.h"
 #include "nfce/LeituraChave.h"
+#include "support/ProgramaFuzz.h"
 
 using namespace nfce;
 using namespace nfce::teste;

@@ -1,6 +1,6 @@
 // The settings file "Config.ini" as LerConfig reads it.
 #include "storage/Configuracao.h"
-#include "apoio/ProgramaFuzz.h"
+#include "support/ProgramaFuzz.h"
 
 using namespace nfce;
 using namespace nfce::teste;

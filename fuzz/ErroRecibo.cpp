@@ -1,6 +1,6 @@
 // UniNFe's refusal of the lot "<lot>-pro-rec.err".
-#include "apoio/ProgramaFuzz.h"
 #include "emission/RespostasDaVenda.h"
+#include "support/ProgramaFuzz.h"
 
 using namespace nfce;
 using namespace nfce::teste;

@@ -1,6 +1,6 @@
 // The line reader under every answer file.
-#include "apoio/ProgramaFuzz.h"
 #include "storage/ArquivoTexto.h"
+#include "support/ProgramaFuzz.h"
 
 using namespace nfce;
 using namespace nfce::teste;

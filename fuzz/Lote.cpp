@@ -1,6 +1,6 @@
 // UniNFe's lot file "<key>-num-lot.txt".
 #include "emission/Lote.h"
-#include "apoio/ProgramaFuzz.h"
+#include "support/ProgramaFuzz.h"
 
 #include <QRegularExpression>
 

@@ -1,8 +1,8 @@
 // The scrambled company record "Empresa.Bin", key by key and whole.
-#include "apoio/ProgramaFuzz.h"
 #include "storage/Configuracao.h"
 #include "storage/Empresa.h"
 #include "storage/ErroExecucao.h"
+#include "support/ProgramaFuzz.h"
 
 using namespace nfce;
 using namespace nfce::teste;

@@ -1,7 +1,7 @@
 // UniNFe's protocol file "<lot>-pro-rec.txt", line by line, for the sale of the fuzz key.
-#include "apoio/ProgramaFuzz.h"
 #include "emission/LinhaProtocolo.h"
 #include "emission/RespostasDaVenda.h"
+#include "support/ProgramaFuzz.h"
 
 using namespace nfce;
 using namespace nfce::teste;

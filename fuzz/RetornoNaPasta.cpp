@@ -2,8 +2,8 @@
 // then UniNFe's protocol file "<lot>-pro-rec.txt" with the authorisation and the rejection
 // diagnosis. Inputs of even length find the authorised XML in place, odd ones not (the
 // situation query path).
-#include "apoio/ProgramaFuzz.h"
 #include "emission/Retorno.h"
+#include "support/ProgramaFuzz.h"
 
 using namespace nfce;
 using namespace nfce::teste;

@@ -1,6 +1,6 @@
 #include "emission/ArmadilhaEnvio.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "storage/Larguras.h"
 #include "storage/Sql.h"
 

@@ -1,6 +1,6 @@
 #include "emission/ArquivosDaVenda.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
 #include "storage/Pastas.h"

@@ -1,6 +1,6 @@
 #include "emission/Autorizacao.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "emission/ArquivosDaVenda.h"
 #include "emission/ConsultaSituacao.h"
 #include "emission/LinhaProtocolo.h"

@@ -1,6 +1,6 @@
 #include "emission/ConsultaSituacao.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "emission/ArquivosDaVenda.h"
 #include "storage/Ajustes.h"
 #include "storage/ArquivoTexto.h"

@@ -1,6 +1,6 @@
 #include "emission/DesfechoDaJanela.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "emission/ArquivosDaVenda.h"
 #include "emission/Retorno.h"
 #include "storage/ArquivoTexto.h"

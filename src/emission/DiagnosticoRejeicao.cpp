@@ -1,6 +1,6 @@
 #include "emission/DiagnosticoRejeicao.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "emission/Autorizacao.h"
 #include "emission/LinhaProtocolo.h"
 #include "emission/SqlVenda.h"

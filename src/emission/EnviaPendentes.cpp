@@ -1,6 +1,6 @@
 #include "emission/EnviaPendentes.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "emission/ArmadilhaEnvio.h"
 #include "emission/ArquivosDaVenda.h"
 #include "emission/DesfechoDaJanela.h"

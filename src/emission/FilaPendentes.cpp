@@ -1,6 +1,6 @@
 #include "emission/FilaPendentes.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "storage/Formatacao.h"
 #include "storage/Registros.h"
 #include "storage/Sql.h"

@@ -1,6 +1,6 @@
 #include "emission/Retorno.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "emission/ArquivosDaVenda.h"
 #include "emission/Autorizacao.h"
 #include "emission/DiagnosticoRejeicao.h"

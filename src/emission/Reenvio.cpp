@@ -1,6 +1,6 @@
 #include "emission/Reenvio.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "emission/FilaPendentes.h"
 #include "storage/Formatacao.h"
 

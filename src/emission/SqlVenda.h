@@ -1,6 +1,6 @@
 #pragma once
 
-#include "contexto/EstadoVenda.h"
+#include "context/EstadoVenda.h"
 
 namespace nfce {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "storage/Ajustes.h"
 
 namespace nfce {

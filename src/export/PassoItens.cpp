@@ -1,4 +1,4 @@
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "export/Exportacao.h"
 #include "export/Literais.h"
 #include "export/Passos.h"

@@ -1,4 +1,4 @@
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "export/ContaReceber.h"
 #include "export/Exportacao.h"
 #include "export/Passos.h"

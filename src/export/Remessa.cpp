@@ -1,6 +1,6 @@
 #include "export/Remessa.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "export/Exportacao.h"
 #include "export/Literais.h"
 #include "storage/ErroExecucao.h"

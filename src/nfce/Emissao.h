@@ -1,6 +1,6 @@
 #pragma once
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "nfce/VarianteGerador.h"
 
 #include <QDate>

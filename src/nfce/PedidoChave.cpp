@@ -1,6 +1,6 @@
 #include "nfce/PedidoChave.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "nfce/LeituraChave.h"
 #include "nfce/RespostaUniNfe.h"
 #include "storage/ArquivoTexto.h"

@@ -1,6 +1,6 @@
 #include "nfce/RespostaUniNfe.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "storage/Pastas.h"
 
 #include <QDir>

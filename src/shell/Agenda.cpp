@@ -1,6 +1,6 @@
 #include "shell/Agenda.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 
 namespace nfce {
 

@@ -1,6 +1,6 @@
 #include "shell/Inicio.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "storage/Ajustes.h"
 #include "storage/Configuracao.h"
 #include "storage/Pastas.h"

@@ -1,6 +1,6 @@
 #include "shell/Verificacao.h"
 
-#include "plataforma/AmbienteQt.h"
+#include "platform/AmbienteQt.h"
 #include "storage/Ajustes.h"
 #include "storage/Conexoes.h"
 #include "storage/Empresa.h"

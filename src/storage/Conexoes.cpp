@@ -1,6 +1,6 @@
 #include "storage/Conexoes.h"
 
-#include "plataforma/Ambiente.h"
+#include "platform/Ambiente.h"
 #include "storage/Ajustes.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Esquema.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apoio/Loja.h"
+#include "support/Loja.h"
 
 #include <QDir>
 

@@ -1,8 +1,8 @@
 #include "emission/ConsultaSituacao.h"
-#include "apoio/AmbienteVirtual.h"
-#include "apoio/Erros.h"
-#include "apoio/PastaPrograma.h"
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
+#include "support/AmbienteVirtual.h"
+#include "support/Erros.h"
+#include "support/PastaPrograma.h"
 
 #include <QDir>
 #include <gtest/gtest.h>

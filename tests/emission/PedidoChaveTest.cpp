@@ -1,9 +1,9 @@
 #include "CenarioRetorno.h"
 
-#include "apoio/Erros.h"
 #include "nfce/ChaveAcesso.h"
 #include "nfce/PedidoChave.h"
 #include "nfce/RespostaUniNfe.h"
+#include "support/Erros.h"
 
 #include <QDir>
 

@@ -1,6 +1,6 @@
-#include "apoio/BancoTeste.h"
-#include "apoio/PastaPrograma.h"
-#include "apoio/Programa.h"
+#include "support/BancoTeste.h"
+#include "support/PastaPrograma.h"
+#include "support/Programa.h"
 
 #include <QFileInfo>
 

@@ -1,8 +1,8 @@
 #include "export/Exportacao.h"
-#include "apoio/BancoTeste.h"
-#include "apoio/Erros.h"
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "storage/Sql.h"
+#include "support/BancoTeste.h"
+#include "support/Erros.h"
 
 #include <QRegularExpression>
 

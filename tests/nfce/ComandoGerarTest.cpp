@@ -1,6 +1,6 @@
-#include "apoio/PastaPrograma.h"
-#include "apoio/Programa.h"
 #include "storage/Conexao.h"
+#include "support/PastaPrograma.h"
+#include "support/Programa.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "nfce/GeraNfce.h"
-#include "apoio/Erros.h"
-#include "apoio/Loja.h"
+#include "support/Erros.h"
+#include "support/Loja.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "nfce/Rateio.h"
-#include "apoio/Erros.h"
-#include "apoio/Loja.h"
 #include "nfce/Valores.h"
+#include "support/Erros.h"
+#include "support/Loja.h"
 
 namespace nfce::teste {
 namespace {

@@ -1,6 +1,6 @@
 #include "shell/Agenda.h"
-#include "apoio/AmbienteVirtual.h"
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
+#include "support/AmbienteVirtual.h"
 
 #include <QSet>
 #include <gtest/gtest.h>

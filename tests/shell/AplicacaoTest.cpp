@@ -1,9 +1,9 @@
 #include "shell/Aplicacao.h"
 #include "Simulador.h"
-#include "apoio/Erros.h"
-#include "apoio/ProgramaDeExemplo.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Pastas.h"
+#include "support/Erros.h"
+#include "support/ProgramaDeExemplo.h"
 
 #include <gtest/gtest.h>
 

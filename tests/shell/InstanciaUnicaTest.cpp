@@ -1,5 +1,5 @@
 #include "shell/InstanciaUnica.h"
-#include "apoio/PastaPrograma.h"
+#include "support/PastaPrograma.h"
 
 #include <QDir>
 #include <gtest/gtest.h>

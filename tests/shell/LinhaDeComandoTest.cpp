@@ -1,8 +1,8 @@
-#include "apoio/PastaPrograma.h"
-#include "apoio/Programa.h"
 #include "shell/InstanciaUnica.h"
 #include "storage/Configuracao.h"
 #include "storage/Instalacao.h"
+#include "support/PastaPrograma.h"
+#include "support/Programa.h"
 
 #include <QDir>
 #include <QDirIterator>

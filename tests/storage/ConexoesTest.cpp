@@ -1,7 +1,7 @@
-#include "apoio/BancoTeste.h"
-#include "apoio/Erros.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Esquema.h"
+#include "support/BancoTeste.h"
+#include "support/Erros.h"
 
 #include <QDir>
 #include <QFileInfo>

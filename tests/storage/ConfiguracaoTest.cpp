@@ -1,8 +1,8 @@
 #include "storage/Configuracao.h"
 
-#include "apoio/Erros.h"
-#include "apoio/PastaPrograma.h"
 #include "storage/ErroExecucao.h"
+#include "support/Erros.h"
+#include "support/PastaPrograma.h"
 
 #include <QDir>
 #include <QStringEncoder>

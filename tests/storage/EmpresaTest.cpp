@@ -1,8 +1,8 @@
 #include "storage/Empresa.h"
 
-#include "apoio/Erros.h"
-#include "apoio/PastaPrograma.h"
 #include "storage/Configuracao.h"
+#include "support/Erros.h"
+#include "support/PastaPrograma.h"
 
 #include <QRegularExpression>
 #include <gtest/gtest.h>

@@ -1,12 +1,12 @@
 #include "storage/Instalacao.h"
 
-#include "apoio/AmbienteVirtual.h"
-#include "apoio/Erros.h"
-#include "apoio/PastaPrograma.h"
 #include "storage/Conexoes.h"
 #include "storage/Configuracao.h"
 #include "storage/Empresa.h"
 #include "storage/Pastas.h"
+#include "support/AmbienteVirtual.h"
+#include "support/Erros.h"
+#include "support/PastaPrograma.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "storage/Moeda.h"
 
-#include "apoio/Erros.h"
 #include "storage/ErroExecucao.h"
+#include "support/Erros.h"
 
 #include <gtest/gtest.h>
 

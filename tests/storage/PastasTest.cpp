@@ -1,7 +1,7 @@
 #include "storage/Pastas.h"
 
-#include "apoio/Erros.h"
-#include "apoio/PastaPrograma.h"
+#include "support/Erros.h"
+#include "support/PastaPrograma.h"
 
 #include <QDir>
 #include <QDirIterator>

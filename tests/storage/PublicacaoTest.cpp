@@ -1,8 +1,8 @@
-#include "apoio/DiscoPequeno.h"
-#include "apoio/Erros.h"
-#include "apoio/PastaPrograma.h"
 #include "nfce/GravadorLinhas.h"
 #include "storage/ArquivoTexto.h"
+#include "support/DiscoPequeno.h"
+#include "support/Erros.h"
+#include "support/PastaPrograma.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "apoio/BancoTeste.h"
-#include "apoio/Erros.h"
 #include "storage/ErroExecucao.h"
+#include "support/BancoTeste.h"
+#include "support/Erros.h"
 
 namespace nfce::teste {
 namespace {

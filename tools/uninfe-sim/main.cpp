@@ -2,7 +2,7 @@
 // Answers the exchange folders below PASTA as UniNFe would, one pass every 500 ms.
 #include "Cenario.h"
 #include "Simulador.h"
-#include "plataforma/AmbienteQt.h"
+#include "platform/AmbienteQt.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

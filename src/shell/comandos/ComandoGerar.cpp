@@ -1,8 +1,8 @@
 #include "shell/comandos/Comandos.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "nfce/GeraNfce.h"
-#include "plataforma/AmbienteQt.h"
+#include "platform/AmbienteQt.h"
 #include "shell/comandos/Preparo.h"
 #include "shell/comandos/Saida.h"
 #include "storage/ErroExecucao.h"

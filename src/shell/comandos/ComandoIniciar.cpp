@@ -1,6 +1,6 @@
 #include "shell/comandos/Comandos.h"
 
-#include "plataforma/AmbienteQt.h"
+#include "platform/AmbienteQt.h"
 #include "shell/comandos/Saida.h"
 #include "storage/Instalacao.h"
 

@@ -1,6 +1,6 @@
 #include "shell/comandos/Preparo.h"
 
-#include "contexto/Servidor.h"
+#include "context/Servidor.h"
 #include "emission/EmiteNfceImprime.h"
 #include "shell/Inicio.h"
 #include "shell/Verificacao.h"

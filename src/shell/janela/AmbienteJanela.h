@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plataforma/AmbienteQt.h"
+#include "platform/AmbienteQt.h"
 
 namespace nfce {
 
