@@ -1,5 +1,5 @@
 // UniNFe's conversion answer "<base>-nfe.txt", whose "ChaveNFe" line carries the key.
-#include "nfce/LeituraChave.h"
+#include "emission/LeituraChave.h"
 #include "support/ProgramaFuzz.h"
 
 using namespace nfce;

@@ -1,5 +1,5 @@
 // UniNFe's access-key answer in its XML form, "<nNF>-ret-gerar-chave.xml".
-#include "nfce/LeituraChave.h"
+#include "emission/LeituraChave.h"
 #include "support/ProgramaFuzz.h"
 
 using namespace nfce;

@@ -1,4 +1,4 @@
-// The settings file "Config.ini" as LerConfig reads it.
+// The settings file "Config.ini", key by key, as LerConfig reads it.
 #include "storage/Configuracao.h"
 #include "support/ProgramaFuzz.h"
 
@@ -6,12 +6,10 @@ using namespace nfce;
 using namespace nfce::teste;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
-    static const QString pasta = PastaDeArquivos();
-    EscreveArquivo(pasta + QStringLiteral("/Config.ini"),
-                   QByteArrayView(dados, static_cast<qsizetype>(tamanho)));
-    for (const char* chave :
-         {"TIPOBANCO", "SERVIDOR", "SERVIDORBASEDADOS", "TEMP", "ENVIOXML", ""}) {
-        const QString valor = LerConfig(pasta, QLatin1String(chave));
+    const QByteArrayView bytes(dados, static_cast<qsizetype>(tamanho));
+    for (const char* chave : {"TIPOBANCO", "SERVIDOR", "SERVIDORBASEDADOS", "TEMP", ""}) {
+        const QString valor =
+            ValorDaChave(bytes, QLatin1String(chave), Cifra::Nenhuma, QStringLiteral("fuzz"));
         if (valor.contains(u'\r') || valor.contains(u'\n') || valor != Apara(valor))
             Falha(QStringLiteral("valor com fim de linha ou espaços nas pontas: ") + valor);
     }

@@ -99,12 +99,6 @@ ParDeArquivos DivideNoNulo(const uint8_t* dados, size_t tamanho) {
     return {tudo.first(nulo), tudo.sliced(nulo + 1)};
 }
 
-QString PastaDeArquivos() {
-    GaranteAplicacao();
-    static QTemporaryDir pasta;
-    return pasta.path();
-}
-
 ProgramaFuzz& ProgramaFuzz::Instancia() {
     GaranteAplicacao();
     static ProgramaFuzz programa;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "context/Servidor.h"
-#include "nfce/LeituraChave.h"
+#include "emission/LeituraChave.h"
 #include "support/AmbienteVirtual.h"
 
 #include <QByteArrayView>
@@ -58,8 +58,6 @@ struct ParDeArquivos {
 };
 ParDeArquivos DivideNoNulo(const uint8_t* dados, size_t tamanho);
 
-// A folder for the readers that need no database (settings, company record, plain lines).
-QString PastaDeArquivos();
 // The bytes as the file `caminho`.
 void EscreveArquivo(const QString& caminho, QByteArrayView dados);
 // A key a reader took: none, UniNFe's "0", or 44 digits with a valid check digit; aborts

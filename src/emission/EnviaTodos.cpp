@@ -14,6 +14,7 @@
 #include "storage/Registros.h"
 
 #include <QSet>
+#include <limits>
 
 namespace nfce {
 
@@ -43,12 +44,11 @@ QString PrimeiroDaFila(Servidor& s) {
 
 // The number goes into a statement unquoted: anything but a positive whole number is refused.
 qint64 NumeroDaFila(const QString& texto) {
-    bool ok = false;
-    const qint64 numero = texto.toLongLong(&ok);
-    if (!ok || numero < 1)
+    const auto numero = NumeroEstrito(texto, std::numeric_limits<qint64>::max());
+    if (!numero)
         throw ErroExecucao(ErroTipoIncompativel,
                            u"Número inválido na fila ncupom: \"%1\""_s.arg(texto.left(40)));
-    return numero;
+    return *numero;
 }
 
 // Raises ErroSemRegistroAtual when the sale is gone or already finished, and ErroDaVenda when

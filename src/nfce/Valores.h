@@ -1,5 +1,6 @@
 #pragma once
 
+#include "storage/Formatacao.h"
 #include "storage/Moeda.h"
 
 #include <QString>
@@ -13,8 +14,6 @@ namespace nfce {
 // Money (four decimals): text through LeValor ("12,50", "1.234,56"), numbers as they are.
 // A value out of the currency range raises error 6.
 Moeda MoedaDe(const QVariant& valor);
-// A whole number: text through Val, cut towards zero. One beyond 64 bits raises error 6.
-qint64 InteiroDe(const QVariant& valor);
 
 // An amount of the document: "0.00" with "." as decimal point.
 QString Dinheiro(double valor);

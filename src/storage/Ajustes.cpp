@@ -32,7 +32,7 @@ double Le(const QString& pasta, const AjusteNumero& ajuste) {
 
 qint64 Le(const QString& pasta, const AjusteInteiro& ajuste) {
     const QString valor = Valor(pasta, ajuste.chave);
-    const qint64 numero = Inteiro64(Val(valor), valor);
+    const qint64 numero = InteiroDe(valor);
     return numero == 0 ? ajuste.padrao : numero;
 }
 

@@ -26,18 +26,6 @@ constexpr int kDeslocamento = 79;
                        u"Chamada de procedimento ou argumento inválido: "_s + detalhe);
 }
 
-QByteArray LeArquivo(const QString& caminho) {
-    QFile arquivo(caminho);
-    if (!arquivo.open(QIODevice::ReadOnly)) {
-        const QString nome = QDir::toNativeSeparators(caminho);
-        if (!QFileInfo::exists(caminho))
-            throw ErroExecucao(ErroArquivoNaoEncontrado, u"Arquivo não encontrado: "_s + nome);
-        throw ErroExecucao(ErroAcessoCaminho, u"Erro de acesso ao caminho/arquivo: %1 (%2)"_s.arg(
-                                                  nome, arquivo.errorString()));
-    }
-    return arquivo.readAll();
-}
-
 // Where the line that starts at `inicio` ends: at its CR or LF, or at the end of the data.
 qsizetype FimDaLinha(QByteArrayView dados, qsizetype inicio) {
     const auto fim = std::find_if(dados.begin() + inicio, dados.end(),
@@ -65,41 +53,72 @@ QString Ansi(QByteArrayView linha, QStringDecoder& ansi) {
     return ansi(linha);
 }
 
-using Conversor = QString (*)(QByteArrayView linha, QStringDecoder& ansi);
-
-// The value of the first line that begins with `chave` (case-insensitively), taken after the
-// one character that follows the key; "" when no line begins with it.
-QString Procura(const QString& caminho, const QString& chave, Conversor converte) {
-    const QByteArray dados = LeArquivo(caminho);
+// Calls `usa` with each line decoded (unscrambled for the company record) until it returns
+// true; a line that does not unscramble raises error 5 naming `origem` and the line.
+template <typename Usa>
+void ParaCadaLinha(QByteArrayView dados, Cifra cifra, const QString& origem, Usa usa) {
     QStringDecoder ansi(kAnsi);
-    const QString alvo = chave.toUpper();
-    const qsizetype n = alvo.size();
+    const auto converte = cifra == Cifra::Empresa ? Decifra : Ansi;
     qsizetype inicio = 0;
     for (int numero = 1; inicio < dados.size(); ++numero) {
         const qsizetype fim = FimDaLinha(dados, inicio);
         QString linha;
         try {
-            linha = converte(QByteArrayView(dados).sliced(inicio, fim - inicio), ansi);
+            linha = converte(dados.sliced(inicio, fim - inicio), ansi);
         } catch (const ErroExecucao& erro) {
-            throw ErroExecucao(erro.numero(),
-                               u"%1 (%2, linha %3)"_s.arg(erro.descricao(),
-                                                          QDir::toNativeSeparators(caminho),
-                                                          QString::number(numero)));
+            throw ErroExecucao(erro.numero(), u"%1 (%2, linha %3)"_s.arg(erro.descricao(), origem,
+                                                                         QString::number(numero)));
         }
-        if (linha.left(n).toUpper() == alvo) return Apara(linha.mid(n + 1));
+        if (usa(linha)) return;
         inicio = InicioDaProxima(dados, fim);
     }
-    return {};
+}
+
+QString Procura(const QString& caminho, const QString& chave, Cifra cifra) {
+    return ValorDaChave(BytesDoAjuste(caminho), chave, cifra, QDir::toNativeSeparators(caminho));
 }
 
 } // namespace
 
+QByteArray BytesDoAjuste(const QString& caminho) {
+    QFile arquivo(caminho);
+    if (!arquivo.open(QIODevice::ReadOnly)) {
+        const QString nome = QDir::toNativeSeparators(caminho);
+        if (!QFileInfo::exists(caminho))
+            throw ErroExecucao(ErroArquivoNaoEncontrado, u"Arquivo não encontrado: "_s + nome);
+        throw ErroExecucao(ErroAcessoCaminho, u"Erro de acesso ao caminho/arquivo: %1 (%2)"_s.arg(
+                                                  nome, arquivo.errorString()));
+    }
+    return arquivo.readAll();
+}
+
+QString ValorDaChave(QByteArrayView dados, const QString& chave, Cifra cifra,
+                     const QString& origem) {
+    const QString alvo = chave.toUpper();
+    QString valor;
+    ParaCadaLinha(dados, cifra, origem, [&](const QString& linha) {
+        if (linha.left(alvo.size()).toUpper() != alvo) return false;
+        valor = Apara(linha.mid(alvo.size() + 1));
+        return true;
+    });
+    return valor;
+}
+
+QStringList LinhasDoRegistro(QByteArrayView dados, const QString& origem) {
+    QStringList linhas;
+    ParaCadaLinha(dados, Cifra::Empresa, origem, [&](const QString& linha) {
+        if (!linha.isEmpty()) linhas.append(linha);
+        return false;
+    });
+    return linhas;
+}
+
 QString LerConfig(const QString& pastaPrograma, const QString& chave) {
-    return Procura(Caminho(pastaPrograma, u"Config.ini"_s), chave, Ansi);
+    return Procura(Caminho(pastaPrograma, u"Config.ini"_s), chave, Cifra::Nenhuma);
 }
 
 QString LerEmpresa(const QString& pastaPrograma, const QString& chave) {
-    return Procura(Caminho(pastaPrograma, u"Empresa.Bin"_s), chave, Decifra);
+    return Procura(Caminho(pastaPrograma, u"Empresa.Bin"_s), chave, Cifra::Empresa);
 }
 
 QString DecifraLinha(const QByteArray& linha) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include <QByteArrayView>
+#include <QStringList>
 
 namespace nfce {
 
@@ -12,6 +13,16 @@ namespace nfce {
 // CR LF, CR or LF; the files are Windows-1252. The file names are found case-insensitively.
 QString LerConfig(const QString& pastaPrograma, const QString& chave);
 QString LerEmpresa(const QString& pastaPrograma, const QString& chave);
+
+// The same rule on the bytes of either file, without touching the disk. `origem` names the file
+// in the error of a line that does not unscramble.
+enum class Cifra { Nenhuma, Empresa };
+QString ValorDaChave(QByteArrayView dados, const QString& chave, Cifra cifra,
+                     const QString& origem);
+// Every non-empty line of the company record, unscrambled, for showing it whole.
+QStringList LinhasDoRegistro(QByteArrayView dados, const QString& origem);
+// The bytes of a settings file: error 53 when it is missing, 75 when it cannot be read.
+QByteArray BytesDoAjuste(const QString& caminho);
 
 // One stored line of "Empresa.Bin" unscrambled (bytes in Windows-1252); a byte below
 // 79 + its position raises error 5.

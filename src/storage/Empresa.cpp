@@ -3,12 +3,12 @@
 #include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
 #include "storage/Pastas.h"
+#include "storage/Publicacao.h"
 
 #include "storage/ErroExecucao.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 #include <algorithm>
 #include <cmath>
 
@@ -112,26 +112,12 @@ void GravaRegistroEmpresa(const QString& pasta, const QStringList& linhas) {
     QByteArray dados;
     for (const QString& linha : linhas)
         if (!Vazio(linha)) dados += CifraLinha(linha) + "\r\n";
-    QSaveFile arquivo(pasta + QStringLiteral("/Empresa.Bin"));
-    // QSaveFile renames even when its last buffered bytes failed: flush first, and check.
-    if (!arquivo.open(QIODevice::WriteOnly) || arquivo.write(dados) != dados.size() ||
-        !arquivo.flush() || !arquivo.commit())
-        throw ErroExecucao(ErroAcessoCaminho, QStringLiteral("Não foi possível gravar ") +
-                                                  arquivo.fileName() + QStringLiteral(": ") +
-                                                  arquivo.errorString());
+    Publica(Caminho(pasta, u"Empresa.Bin"_s), dados);
 }
 
 QStringList DecifraRegistroEmpresa(const QString& pasta) {
-    QFile arquivo(pasta + QStringLiteral("/Empresa.Bin"));
-    if (!arquivo.open(QIODevice::ReadOnly))
-        throw ErroExecucao(ErroArquivoNaoEncontrado,
-                           QStringLiteral("Arquivo não encontrado: ") + arquivo.fileName());
-    QStringList linhas;
-    for (const QByteArray& linha : arquivo.readAll().split('\n')) {
-        const QByteArray semFim = linha.endsWith('\r') ? linha.chopped(1) : linha;
-        if (!semFim.isEmpty()) linhas.append(DecifraLinha(semFim));
-    }
-    return linhas;
+    const QString caminho = Caminho(pasta, u"Empresa.Bin"_s);
+    return LinhasDoRegistro(BytesDoAjuste(caminho), QDir::toNativeSeparators(caminho));
 }
 
 } // namespace nfce

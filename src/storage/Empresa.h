@@ -32,11 +32,12 @@ Empresa CarregaEmpresa(const QString& pastaPrograma);
 // damaged file raises as CarregaEmpresa does.
 void VerificaEmpresa(const QString& pastaPrograma);
 
-// Writes "Empresa.Bin" from plain KEY=value lines, scrambled, in one piece: a reader
-// never sees half a record. Blank lines are left out. Errors: 5 (a character that
-// cannot be stored), 75 (the file cannot be written).
+// Writes "Empresa.Bin" from plain KEY=value lines, scrambled, in one piece (Publica): a reader
+// never sees half a record. Blank lines are left out. Errors: 5 (a character that cannot be
+// stored), and Publica's (61 disk full, 76 no such folder, 75 otherwise).
 void GravaRegistroEmpresa(const QString& pastaPrograma, const QStringList& linhas);
-// The record's lines in plain text (error 53 when missing, 5 when a line is damaged).
+// The record's lines in plain text, read as the server reads them (error 53 when missing, 5
+// when a line is damaged).
 QStringList DecifraRegistroEmpresa(const QString& pastaPrograma);
 
 } // namespace nfce

@@ -298,14 +298,43 @@ QString padraoQuantidade() {
 
 } // namespace
 
-qint64 Inteiro64(double numero, const QString& texto) {
-    const double inteiro = std::trunc(numero);
+bool EhNumero(const QVariant& valor) {
+    switch (valor.typeId()) {
+    case QMetaType::Double:
+    case QMetaType::Float:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Bool:
+        return true;
+    default:
+        return false;
+    }
+}
+
+qint64 InteiroDe(const QVariant& valor) {
+    if (valor.isNull()) return 0;
+    if (valor.typeId() == QMetaType::LongLong || valor.typeId() == QMetaType::Int)
+        return valor.toLongLong();
+    const QString texto = valor.toString();
+    const double inteiro = std::trunc(EhNumero(valor) ? valor.toDouble() : Val(texto));
     // 2^63 itself does not fit; every double below it does.
     if (!(std::fabs(inteiro) < 9223372036854775808.0))
         throw ErroExecucao(
             ErroEstouro,
             QStringLiteral("Estouro: \"%1\" não é um número inteiro válido").arg(texto.left(40)));
     return static_cast<qint64>(inteiro);
+}
+
+std::optional<qint64> NumeroEstrito(const QString& texto, qint64 maximo) {
+    const bool soDigitos = !texto.isEmpty() && std::all_of(texto.begin(), texto.end(), [](QChar c) {
+        return c >= u'0' && c <= u'9';
+    });
+    bool ok = false;
+    const qint64 numero = texto.toLongLong(&ok);
+    if (!soDigitos || !ok || numero < 1 || numero > maximo) return std::nullopt;
+    return numero;
 }
 
 double Val(const QString& texto) {

@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QString>
 #include <QVariant>
+#include <optional>
 
 namespace nfce {
 
@@ -19,9 +20,15 @@ namespace nfce {
 // large for a double gives an infinity. Never throws.
 double Val(const QString& texto);
 
-// A number cut to its whole part as a 64-bit integer; beyond that range error 6, showing
-// `texto` (what the number was read from).
-qint64 Inteiro64(double numero, const QString& texto);
+// The one reader of whole numbers in database values and settings: text through Val, cut
+// towards zero; null and blank read as zero. One beyond 64 bits raises error 6.
+qint64 InteiroDe(const QVariant& valor);
+// True for the numeric types a database driver gives (a text column gives a string).
+bool EhNumero(const QVariant& valor);
+
+// A number that goes into a statement or a file name unquoted (an NFC-e number from the
+// command line or the queue): digits only, from 1 to `maximo`; none otherwise.
+std::optional<qint64> NumeroEstrito(const QString& texto, qint64 maximo);
 
 // Val rounded half to even into a 16-bit integer, as the system's integer variables take a
 // number; beyond their range error 6, naming `oQue`.

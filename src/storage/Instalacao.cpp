@@ -5,9 +5,9 @@
 #include "storage/ErroExecucao.h"
 #include "storage/Esquema.h"
 #include "storage/Pastas.h"
+#include "storage/Publicacao.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 namespace nfce {
 
@@ -44,15 +44,6 @@ const QStringList empresaExemplo = {
     QStringLiteral("CEP=30130000"),
 };
 
-void GravaConfiguracao(const QString& pasta) {
-    QSaveFile arquivo(pasta + QStringLiteral("/Config.ini"));
-    // QSaveFile renames even when its last buffered bytes failed: flush first, and check.
-    if (!arquivo.open(QIODevice::WriteOnly) || arquivo.write(configuracao) < 0 ||
-        !arquivo.flush() || !arquivo.commit())
-        throw ErroExecucao(ErroAcessoCaminho,
-                           QStringLiteral("Não foi possível gravar ") + arquivo.fileName());
-}
-
 void CriaBanco(const QString& arquivo, const QString& esquema, bool exemplos) {
     Conexao conexao(TipoBanco::Sqlite, arquivo, Conexao::Arquivo::CriaSeFaltar);
     conexao.Abre();
@@ -74,7 +65,7 @@ void CriaPastaPrograma(const QString& pasta, bool exemplos, const QDate& hoje) {
     CriaBanco(pasta + QStringLiteral("/Local.db"), QStringLiteral("local"), false);
     GravaRegistroEmpresa(pasta, empresaExemplo);
     Alterar(pasta, empresaExemplo.first().mid(5), hoje);
-    GravaConfiguracao(pasta);
+    Publica(Caminho(pasta, QStringLiteral("Config.ini")), configuracao);
 }
 
 } // namespace nfce

@@ -60,7 +60,7 @@ TEST(LinhaDeComando, ErrosDeEmpresaNumaLinha) {
         EXPECT_FALSE(QFile::exists(pasta.Caminho(u"Empresa.Bin"_s))) << dados.toStdString();
     }
     EsperaFalha(RodaServidor({u"empresa"_s, pasta.Caminho(u"falta/aqui"_s)}, "A=1\n"), 1,
-                u"(erro 75)"_s);
+                u"(erro 76)"_s);
     pasta.EscreveArquivo(u"Empresa.Bin"_s, QByteArray("\x01\x02\0", 3));
     EsperaFalha(RodaServidor({u"empresa"_s, pasta.caminho(), u"--mostrar"_s}), 1, u"(erro 5)"_s);
 }

@@ -57,7 +57,7 @@ TEST(GravaRegistroEmpresa, IdaEVoltaSemLinhasEmBrancoOuNadaMuda) {
     }
     EXPECT_EQ(
         ErroDe([&] { GravaRegistroEmpresa(pasta.Caminho(u"nao/existe"_s), {u"A=1"_s}); }).numero(),
-        ErroAcessoCaminho);
+        ErroCaminhoNaoEncontrado);
 }
 
 // Whatever is in Empresa.Bin, the check passes only a record that makes documents, and says in

@@ -5,6 +5,7 @@
 #include "platform/AmbienteQt.h"
 #include "shell/comandos/Preparo.h"
 #include "shell/comandos/Saida.h"
+#include "storage/Formatacao.h"
 
 #include <QSet>
 
@@ -24,7 +25,7 @@ QList<VendaPendente> Pendentes(Servidor& servidor) {
     servidor.conexoes.AbreConsulta(rs, SqlPendentes());
     QList<VendaPendente> vendas;
     for (; !rs.Eof(); rs.MoveNext())
-        vendas.append({rs.Texto(u"cupom"_s).toInt(), rs.Texto(u"nfce"_s)});
+        vendas.append({static_cast<qint32>(InteiroDe(rs.Campo(u"cupom"_s))), rs.Texto(u"nfce"_s)});
     return vendas;
 }
 

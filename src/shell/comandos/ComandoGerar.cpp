@@ -6,9 +6,9 @@
 #include "shell/comandos/Preparo.h"
 #include "shell/comandos/Saida.h"
 #include "storage/ErroExecucao.h"
+#include "storage/Formatacao.h"
 
 #include <QDir>
-#include <algorithm>
 
 namespace nfce {
 
@@ -18,14 +18,11 @@ namespace {
 
 // An NFC-e number: 1 to 999999999, digits only (0 is the tills' "no NFC-e").
 qint64 NumeroNfce(const QString& texto) {
-    bool ok = false;
-    const qint64 numero = texto.toLongLong(&ok);
-    const bool soDigitos =
-        std::all_of(texto.begin(), texto.end(), [](QChar c) { return c.isDigit(); });
-    if (!ok || !soDigitos || numero < 1 || numero > 999999999)
+    const auto numero = NumeroEstrito(texto, 999999999);
+    if (!numero)
         throw ErroExecucao(ErroArgumentoInvalido,
                            u"Número de NFC-e inválido: \"%1\""_s.arg(texto.left(40)));
-    return numero;
+    return *numero;
 }
 
 } // namespace

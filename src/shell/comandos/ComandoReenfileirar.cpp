@@ -5,6 +5,7 @@
 #include "platform/AmbienteQt.h"
 #include "shell/comandos/Preparo.h"
 #include "shell/comandos/Saida.h"
+#include "storage/Formatacao.h"
 
 namespace nfce {
 
@@ -18,7 +19,7 @@ int Devolviveis(Servidor& servidor) {
     servidor.conexoes.AbreConsulta(
         rs,
         u"SELECT COUNT(*) AS n FROM vendas WHERE enviotime = 1 AND tempo <> '1' AND nfce <> 0"_s);
-    return rs.Texto(u"n"_s).toInt();
+    return static_cast<int>(InteiroDe(rs.Campo(u"n"_s)));
 }
 
 } // namespace
