@@ -1,7 +1,9 @@
 #include "emission/ArquivosDaVenda.h"
 
 #include "context/Servidor.h"
+#include "storage/ArquivoTexto.h"
 #include "storage/Configuracao.h"
+#include "storage/ErroExecucao.h"
 #include "storage/Formatacao.h"
 #include "storage/Pastas.h"
 
@@ -37,9 +39,8 @@ QString ArquivosDaVenda::XmlAutorizado(const QString& chave) const {
                      u"-procNFe.xml"_s);
 }
 
-QString ArquivosDaVenda::CopiaContabil() const {
-    return DaEmpresa(u"CONTABILIDADE\\"_s + s.venda.MesContabil + u"\\"_s +
-                     Zeros(s.venda.NumNfce, 9) + u"-procNFe.xml"_s);
+QString ArquivosDaVenda::CopiaContabil(const QString& mes, const QVariant& numero) const {
+    return DaEmpresa(u"CONTABILIDADE\\"_s + mes + u"\\"_s + Zeros(numero, 9) + u"-procNFe.xml"_s);
 }
 
 QString ArquivosDaVenda::XmlValidado(const QString& chave) const {
@@ -52,6 +53,15 @@ QString ArquivosDaVenda::XmlComFalha(const QString& chave) const {
 
 QString ArquivosDaVenda::XmlEmProcessamento(const QString& chave) const {
     return DaEmpresa(u"Enviado\\EmProcessamento\\"_s + chave + u"-nfe.xml"_s);
+}
+
+void CopiaRegistrando(Servidor& s, const QString& origem, const QString& destino) {
+    try {
+        CopiaArquivo(origem, destino);
+    } catch (const ErroExecucao& erro) {
+        s.ambiente.Registra(u"Não foi possível copiar "_s + origem + u" para "_s + destino +
+                            u": "_s + erro.descricao());
+    }
 }
 
 } // namespace nfce

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QVariant>
 
 namespace nfce {
 
@@ -23,12 +24,17 @@ struct ArquivosDaVenda {
     // Base name of the sale's TXT: NNNNNNNNN_CNPJ_SSS_dd_mm_yyyy.
     QString Base() const;
     QString XmlAutorizado(const QString& chave) const;
-    QString CopiaContabil() const;
+    // The accountant's copy of the authorised XML of NFC-e `numero`, in the month folder `mes`.
+    QString CopiaContabil(const QString& mes, const QVariant& numero) const;
     QString XmlValidado(const QString& chave) const;
     QString XmlComFalha(const QString& chave) const;
     QString XmlEmProcessamento(const QString& chave) const;
 
     const Servidor& s;
 };
+
+// Copies a file of a sale already authorised: a copy that fails is logged with its reason,
+// never raised, so nothing stops the authorisation from being recorded.
+void CopiaRegistrando(Servidor& s, const QString& origem, const QString& destino);
 
 } // namespace nfce

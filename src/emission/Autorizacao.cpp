@@ -4,7 +4,7 @@
 #include "emission/ArquivosDaVenda.h"
 #include "emission/ConsultaSituacao.h"
 #include "emission/LinhaProtocolo.h"
-#include "nfce/RespostaUniNfe.h"
+#include "emission/RespostaUniNfe.h"
 #include "storage/Ajustes.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Configuracao.h"
@@ -29,16 +29,6 @@ QString Numero(qint32 n) {
 
 void MarcaXml(Servidor& s) {
     s.conexoes.Executa(u"UPDATE vendas SET xml = 'S' WHERE nfce = "_s + Numero(s.venda.NumNfce));
-}
-
-// The sale is authorised already: a copy that fails is logged with its reason, not raised.
-void Copia(Servidor& s, const QString& origem, const QString& destino) {
-    try {
-        CopiaArquivo(origem, destino);
-    } catch (const ErroExecucao& erro) {
-        s.ambiente.Registra(u"Não foi possível copiar "_s + origem + u" para "_s + destino +
-                            u": "_s + erro.descricao());
-    }
 }
 
 void MarcaAutorizada(Servidor& s, const LinhaProtocolo& linha) {
@@ -97,7 +87,7 @@ bool CopiaContabil(Servidor& s, const QString& chave) {
     const ArquivosDaVenda arquivos(s);
     const QString xml = arquivos.XmlAutorizado(chave);
     if (!ArquivoExiste(xml)) return false;
-    Copia(s, xml, arquivos.CopiaContabil());
+    CopiaRegistrando(s, xml, arquivos.CopiaContabil(s.venda.MesContabil, s.venda.NumNfce));
     return true;
 }
 
@@ -114,7 +104,7 @@ void CopiaParaContador(Servidor& s, const QString& chave) {
                                             u"\\"_s + s.ambiente.Data().toString(u"MMyyyy"_s));
     const QString xml = ArquivosDaVenda(s).XmlAutorizado(chave);
     if (PastaExiste(pasta) && ArquivoExiste(xml))
-        Copia(s, xml, pasta + u"/"_s + Zeros(v.NumNfce, 9) + u"-procNFe.xml"_s);
+        CopiaRegistrando(s, xml, pasta + u"/"_s + Zeros(v.NumNfce, 9) + u"-procNFe.xml"_s);
 }
 
 void RegistraAutorizacao(Servidor& s, const LinhaProtocolo& linha, const QString& chave,
@@ -136,9 +126,9 @@ void ArquivaXmlAutorizado(Servidor& s, const QString& chave) {
         const QString validado = arquivos.XmlValidado(chave);
         const QString falha = arquivos.XmlComFalha(chave);
         if (ArquivoExiste(validado))
-            Copia(s, validado, arquivos.XmlEmProcessamento(chave));
+            CopiaRegistrando(s, validado, arquivos.XmlEmProcessamento(chave));
         else if (ArquivoExiste(falha))
-            Copia(s, falha, arquivos.XmlEmProcessamento(chave));
+            CopiaRegistrando(s, falha, arquivos.XmlEmProcessamento(chave));
         s.ambiente.Aguarda(1);
         ConsultaSituacao(s, chave);
     }

@@ -60,14 +60,7 @@ void ConcluiVenda(Servidor& s, const QString& chave, qint64 nfce, const QString&
     const ArquivosDaVenda arquivos(s);
     const QString autorizado = arquivos.XmlAutorizado(chave);
     if (ArquivoExiste(autorizado)) {
-        const QString copia = arquivos.DaEmpresa(u"CONTABILIDADE\\"_s + s.venda.MesAutorizados +
-                                                 u"\\"_s + Zeros(nfce, 9) + u"-procNFe.xml"_s);
-        try {
-            CopiaArquivo(autorizado, copia);
-        } catch (const ErroExecucao& erro) {
-            s.ambiente.Registra(u"Não foi possível copiar "_s + autorizado + u" para "_s + copia +
-                                u": "_s + erro.descricao());
-        }
+        CopiaRegistrando(s, autorizado, arquivos.CopiaContabil(s.venda.MesAutorizados, nfce));
     }
     const QString marca =
         ErroAoInvocar(desfecho) ? u"enviotime = 1"_s : u"tempo = 1, enviotime = 1"_s;

@@ -4,9 +4,10 @@
 #include "emission/ArmadilhaEnvio.h"
 #include "emission/ArquivosDaVenda.h"
 #include "emission/DesfechoDaJanela.h"
+#include "emission/PedidoChave.h"
 #include "emission/Retorno.h"
 #include "nfce/GeraNfce.h"
-#include "nfce/PedidoChave.h"
+#include "platform/Sonda.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
@@ -159,12 +160,11 @@ private:
 
     // Up to `rodadas` rounds of a key reader, `intervalo` seconds apart, until a key comes.
     template <class Leitor> void LeChave(double intervalo, int rodadas, Leitor&& leitor) {
-        for (int vez = 0; vez < rodadas; ++vez) {
-            Aguarda(intervalo);
-            SobArmadilha(s, [&] { Chave() = leitor(); });
-            s.ambiente.DoEvents();
-            if (!Chave().isEmpty()) return;
-        }
+        Sonda(s.ambiente, rodadas, {{Passo::Aguarda, intervalo}, {Passo::Olha}, {Passo::Bombeia}},
+              [&] {
+                  SobArmadilha(s, [&] { Chave() = leitor(); });
+                  return !Chave().isEmpty();
+              });
     }
 
     // Answers of an earlier attempt with this key would be read as this one's. The document is
@@ -248,14 +248,9 @@ private:
     // The key has been cleared by now, so only a file named "-procNFe.xml" is copied: the
     // authorised XML itself is filed by the return processing.
     void CopiaContabil(const QString& daLinha) {
-        const QString& mes = s.venda.MesAutorizados;
-        const QString origem = arquivos.DaEmpresa(u"ENVIADO\\Autorizados\\"_s + mes + u"\\"_s +
-                                                  Chave() + u"-procNFe.xml"_s);
-        if (!ArquivoExiste(origem)) return;
-        SobArmadilha(s, [&] {
-            CopiaArquivo(origem, arquivos.DaEmpresa(u"CONTABILIDADE\\"_s + mes + u"\\"_s +
-                                                    Zeros(daLinha, 9) + u"-procNFe.xml"_s));
-        });
+        const QString origem = arquivos.XmlAutorizado(Chave());
+        if (ArquivoExiste(origem))
+            CopiaRegistrando(s, origem, arquivos.CopiaContabil(s.venda.MesAutorizados, daLinha));
     }
 
     bool Proxima() {

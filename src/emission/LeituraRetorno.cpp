@@ -2,12 +2,13 @@
 
 #include "context/Servidor.h"
 #include "emission/ArquivosDaVenda.h"
+#include "emission/LeituraChave.h"
 #include "emission/Lote.h"
+#include "emission/RespostaUniNfe.h"
 #include "emission/RespostasDaVenda.h"
 #include "emission/SqlVenda.h"
 #include "emission/TempoEspera.h"
-#include "nfce/LeituraChave.h"
-#include "nfce/RespostaUniNfe.h"
+#include "platform/Sonda.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
@@ -39,15 +40,15 @@ QString LeChaveNfe(Servidor& s) {
     const QString nome = arquivos.Base() + u"-nfe.txt"_s;
     ChaveLida lida;
     QString resposta;
-    for (int restantes = 3; restantes > 0 && Vazio(lida.chave); --restantes) {
-        s.ambiente.DoEvents();
-        resposta = arquivos.NoRetorno(nome);
-        if (RespostaPresente(s, resposta))
-            lida = ChaveDaConversao(ConteudoDoArquivo(resposta), v.CnpjEmpresa, v.SerieNfce,
-                                    v.NumNfce);
-        if (Vazio(lida.chave)) s.ambiente.Aguarda(0.5);
-    }
-    if (Vazio(lida.chave)) return lida.chave;
+    const bool achou = Sonda(
+        s.ambiente, 3, {{Passo::Bombeia}, {Passo::Olha}, {Passo::AguardaSeNaoAchou, 0.5}}, [&] {
+            resposta = arquivos.NoRetorno(nome);
+            if (RespostaPresente(s, resposta))
+                lida = ChaveDaConversao(ConteudoDoArquivo(resposta), v.CnpjEmpresa, v.SerieNfce,
+                                        v.NumNfce);
+            return !Vazio(lida.chave);
+        });
+    if (!achou) return {};
     if (lida.recusada) RecusaChave(s, OndeCupom(v), resposta, lida.chave);
     RegistraChave(s, lida.chave);
     return lida.chave;
@@ -72,17 +73,16 @@ QString LeErroNfe(Servidor& s) {
 void GravaLote(Servidor& s) {
     const ArquivosDaVenda arquivos(s);
     const QString chave = s.painel.LblMens01;
-    for (int tentativa = 0; tentativa < 3; ++tentativa) {
-        s.ambiente.DoEvents();
-        const QString lote = LoteDoTexto(
-            RespostaLida(s, arquivos.NoRetorno(chave + u"-num-lot.txt"_s)), QualLote::Ultimo);
-        if (!lote.isEmpty()) {
-            s.conexoes.Executa(u"UPDATE vendas SET lote = '"_s + lote + u"' WHERE chave = '"_s +
-                               EscapaTexto(Apara(chave)) + u"'"_s);
-            return;
-        }
-        s.ambiente.Aguarda(1);
-    }
+    QString lote;
+    const bool achou =
+        Sonda(s.ambiente, 3, {{Passo::Bombeia}, {Passo::Olha}, {Passo::AguardaSeNaoAchou, 1}}, [&] {
+            lote = LoteDoTexto(RespostaLida(s, arquivos.NoRetorno(chave + u"-num-lot.txt"_s)),
+                               QualLote::Ultimo);
+            return !lote.isEmpty();
+        });
+    if (achou)
+        s.conexoes.Executa(u"UPDATE vendas SET lote = '"_s + lote + u"' WHERE chave = '"_s +
+                           EscapaTexto(Apara(chave)) + u"'"_s);
 }
 
 QString LeErroRecibo(Servidor& s) {
@@ -92,13 +92,12 @@ QString LeErroRecibo(Servidor& s) {
     v.NumLote = u"0"_s;
     v.TempoEspera = TempoDeEspera(s);
     // NumLote starts as "0", never blank: one look decides.
-    for (int restantes = 10; restantes > 0; --restantes) {
+    Sonda(s.ambiente, 10, {{Passo::Olha}, {Passo::Aguarda, 1}}, [&] {
         const QString lote = LoteDoTexto(
             RespostaLida(s, arquivos.NoRetorno(chave + u"-num-lot.txt"_s)), QualLote::Primeiro);
         if (!lote.isEmpty()) v.NumLote = lote;
-        s.ambiente.Aguarda(1);
-        if (!Vazio(v.NumLote)) break;
-    }
+        return !Vazio(v.NumLote);
+    });
     QString mensagem;
     const QString recusa = arquivos.NoRetorno(Zeros(v.NumLote, 15) + u"-pro-rec.err"_s);
     for (const QString& recusada : RecusasDoRecibo(RespostaLida(s, recusa))) {

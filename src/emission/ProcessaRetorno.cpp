@@ -6,11 +6,12 @@
 #include "emission/DiagnosticoRejeicao.h"
 #include "emission/LinhaProtocolo.h"
 #include "emission/Lote.h"
+#include "emission/RespostaUniNfe.h"
 #include "emission/RespostasDaVenda.h"
 #include "emission/SqlVenda.h"
 #include "emission/TempoEspera.h"
 #include "nfce/ChaveAcesso.h"
-#include "nfce/RespostaUniNfe.h"
+#include "platform/Sonda.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
@@ -77,24 +78,22 @@ QString ProcessaRetorno(Servidor& s) {
     const bool jaImpresso = ReimprimeSeAutorizada(s, chave);
     LeLote(s, chave);
     QString mensagem;
-    for (int restantes = 33; restantes > 0 && Vazio(mensagem); --restantes) {
-        s.ambiente.DoEvents();
+    const auto passos = {Passo{Passo::Bombeia}, Passo{Passo::Aguarda, 0.1}, Passo{Passo::Olha},
+                         Passo{Passo::AguardaSeNaoAchou, 0.5}};
+    Sonda(s.ambiente, 33, passos, [&] {
         const QString arquivo =
             ArquivosDaVenda(s).NoRetorno(Zeros(v.NumLote, 15) + u"-pro-rec.txt"_s);
-        s.ambiente.Aguarda(0.1);
-        if (RespostaPresente(s, arquivo)) {
-            bool autorizada = false;
-            for (const LinhaDoRetorno& lida : LinhasDoRetorno(ConteudoDoArquivo(arquivo), chave)) {
-                const LinhaProtocolo linha(lida.texto);
-                if (lida.daVenda)
-                    ProcessaLinha(s, linha, chave, jaImpresso, autorizada, mensagem);
-                else
-                    RecusaLinha(s, linha, chave, arquivo, mensagem);
-            }
-            break;
+        if (!RespostaPresente(s, arquivo)) return false;
+        bool autorizada = false;
+        for (const LinhaDoRetorno& lida : LinhasDoRetorno(ConteudoDoArquivo(arquivo), chave)) {
+            const LinhaProtocolo linha(lida.texto);
+            if (lida.daVenda)
+                ProcessaLinha(s, linha, chave, jaImpresso, autorizada, mensagem);
+            else
+                RecusaLinha(s, linha, chave, arquivo, mensagem);
         }
-        s.ambiente.Aguarda(0.5);
-    }
+        return true;
+    });
     return mensagem;
 }
 

@@ -1,8 +1,8 @@
 #include "CenarioRetorno.h"
 
+#include "emission/PedidoChave.h"
+#include "emission/RespostaUniNfe.h"
 #include "nfce/ChaveAcesso.h"
-#include "nfce/PedidoChave.h"
-#include "nfce/RespostaUniNfe.h"
 #include "support/Erros.h"
 
 #include <QDir>

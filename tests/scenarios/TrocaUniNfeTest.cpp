@@ -1,9 +1,9 @@
 // The server's side of the exchange with UniNFe, end to end: the key request, the generator and
 // every answer reader against the stand-in, which writes UniNFe's own file forms. Each pump of
 // the virtual clock runs one pass of the stand-in, as the real UniNFe watches its folders.
+#include "emission/PedidoChave.h"
 #include "emission/Retorno.h"
 #include "nfce/GeraNfce.h"
-#include "nfce/PedidoChave.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Pastas.h"
 #include "support/LojaComUniNfe.h"

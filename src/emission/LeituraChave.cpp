@@ -1,4 +1,4 @@
-#include "nfce/LeituraChave.h"
+#include "emission/LeituraChave.h"
 
 #include "nfce/ChaveAcesso.h"
 #include "storage/ArquivoTexto.h"

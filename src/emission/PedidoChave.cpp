@@ -1,8 +1,10 @@
-#include "nfce/PedidoChave.h"
+#include "emission/PedidoChave.h"
 
 #include "context/Servidor.h"
-#include "nfce/LeituraChave.h"
-#include "nfce/RespostaUniNfe.h"
+#include "emission/ArquivosDaVenda.h"
+#include "emission/LeituraChave.h"
+#include "emission/RespostaUniNfe.h"
+#include "platform/Sonda.h"
 #include "storage/ArquivoTexto.h"
 #include "storage/Configuracao.h"
 #include "storage/Formatacao.h"
@@ -16,10 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString DaEmpresa(const Servidor& s, const QString& relativo) {
-    return Caminho(s.pasta, s.empresa.Cnpj + u"\\"_s + relativo);
-}
-
 using LeituraDaChave = ChaveLida (*)(QByteArrayView bytes, const QString& cnpj,
                                      const QString& serie, qint32 nNF);
 
@@ -30,14 +28,14 @@ QString LeChave(Servidor& s, qint32 nNF, const QString& sufixo, LeituraDaChave l
     const QString nome = u"RETORNO\\"_s + Zeros(nNF, 10) + u"-ret-gerar-chave."_s + sufixo;
     ChaveLida lida;
     QString resposta;
-    for (int tentativa = 0; tentativa < 10 && Vazio(lida.chave); ++tentativa) {
-        s.ambiente.DoEvents();
-        resposta = DaEmpresa(s, nome);
-        if (RespostaPresente(s, resposta))
-            lida = leitura(ConteudoDoArquivo(resposta), s.empresa.Cnpj, s.empresa.Serie, nNF);
-        s.ambiente.Aguarda(intervalo);
-    }
-    if (Vazio(lida.chave)) return {};
+    const bool achou =
+        Sonda(s.ambiente, 10, {{Passo::Bombeia}, {Passo::Olha}, {Passo::Aguarda, intervalo}}, [&] {
+            resposta = ArquivosDaVenda(s).DaPastaDaEmpresa(nome);
+            if (RespostaPresente(s, resposta))
+                lida = leitura(ConteudoDoArquivo(resposta), s.empresa.Cnpj, s.empresa.Serie, nNF);
+            return !Vazio(lida.chave);
+        });
+    if (!achou) return {};
     const QString onde = u" WHERE nfce = "_s + QString::number(nNF);
     if (lida.recusada) RecusaChave(s, onde, resposta, lida.chave);
     s.conexoes.Executa(u"UPDATE vendas SET chave = '"_s +
@@ -49,19 +47,20 @@ QString LeChave(Servidor& s, qint32 nNF, const QString& sufixo, LeituraDaChave l
 } // namespace
 
 void PedeChave(Servidor& s, qint32 nNF, const QString& AAMM, int tpEmis) {
-    GravaLinhas(DaEmpresa(s, u"Envio\\"_s + Zeros(nNF, 10) + u"-gerar-chave.xml"_s),
-                {
-                    u"<?xml version=\"1.0\" encoding=\"utf-8\"?>"_s,
-                    u"<gerarChave>"_s,
-                    u" <UF>31</UF>"_s,
-                    u" <tpEmis>"_s + QString::number(tpEmis) + u"</tpEmis>"_s,
-                    u" <nNF>"_s + QString::number(nNF) + u"</nNF>"_s,
-                    u" <serie>"_s + Zeros(s.empresa.Serie, 3) + u"</serie>"_s,
-                    u" <AAMM>"_s + AAMM + u"</AAMM>"_s,
-                    u" <CNPJ>"_s + s.empresa.Cnpj + u"</CNPJ>"_s,
-                    u" <mod>65</mod>"_s,
-                    u"</gerarChave>"_s,
-                });
+    GravaLinhas(
+        ArquivosDaVenda(s).DaPastaDaEmpresa(u"Envio\\"_s + Zeros(nNF, 10) + u"-gerar-chave.xml"_s),
+        {
+            u"<?xml version=\"1.0\" encoding=\"utf-8\"?>"_s,
+            u"<gerarChave>"_s,
+            u" <UF>31</UF>"_s,
+            u" <tpEmis>"_s + QString::number(tpEmis) + u"</tpEmis>"_s,
+            u" <nNF>"_s + QString::number(nNF) + u"</nNF>"_s,
+            u" <serie>"_s + Zeros(s.empresa.Serie, 3) + u"</serie>"_s,
+            u" <AAMM>"_s + AAMM + u"</AAMM>"_s,
+            u" <CNPJ>"_s + s.empresa.Cnpj + u"</CNPJ>"_s,
+            u" <mod>65</mod>"_s,
+            u"</gerarChave>"_s,
+        });
     s.ambiente.Aguarda(1);
 }
 

@@ -1,4 +1,4 @@
-#include "nfce/RespostaUniNfe.h"
+#include "emission/RespostaUniNfe.h"
 
 #include "context/Servidor.h"
 #include "storage/Pastas.h"

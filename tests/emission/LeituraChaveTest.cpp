@@ -1,4 +1,4 @@
-#include "nfce/LeituraChave.h"
+#include "emission/LeituraChave.h"
 
 #include <gtest/gtest.h>
 
