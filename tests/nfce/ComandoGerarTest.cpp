@@ -30,7 +30,6 @@ TEST(ComandoGerar, EscreveOArquivoEMostraOCaminhoOuUmaLinhaDeErro) {
 
     const std::vector<std::tuple<QStringList, int, QString>> falhas = {
         {{u"gerar"_s, u"1"_s, u"--pasta"_s}, 2, u"uso: servidor-nfce gerar NFCE [--pasta DIR]\n"_s},
-        {{u"gerar"_s, u"0"_s}, 1, u"Número de NFC-e inválido: \"0\" (erro 5)\n"_s},
         {{u"gerar"_s, u"12'|x"_s}, 1, u"Número de NFC-e inválido: \"12'|x\" (erro 5)\n"_s},
         {{u"gerar"_s, u"999"_s, u"--pasta"_s, demo},
          1,
@@ -38,9 +37,6 @@ TEST(ComandoGerar, EscreveOArquivoEMostraOCaminhoOuUmaLinhaDeErro) {
         {{u"gerar"_s, u"1002"_s, u"--pasta"_s, demo},
          1,
          u"Item 2: quantidade inválida \"-1\" (erro 5)\n"_s},
-        {{u"gerar"_s, u"1"_s, u"--pasta"_s, pasta.Caminho(u"vazia"_s)},
-         1,
-         u"Empresa.Bin (erro 53)\n"_s},
         {{u"gerar"_s, u"1001"_s, u"--pasta"_s, pasta.Caminho(u"sem-banco"_s)},
          1,
          u"sem-banco/loja.db (erro -2147467259)\n"_s},
