@@ -38,4 +38,9 @@ ResultadoExportacao CmdExportar(Servidor& servidor) {
     return resultado;
 }
 
+QString SqlNaoExportados(const QString& tabela) {
+    return u"SELECT * FROM "_s + tabela +
+           u" WHERE (not exportado OR exportado = 2) AND situacao = 'N' ORDER BY data, cupom"_s;
+}
+
 } // namespace nfce

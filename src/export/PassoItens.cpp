@@ -40,9 +40,7 @@ void ExportaItem(Servidor& servidor, const Registros& item, ResultadoExportacao&
 void ExportaItens(Servidor& servidor, ResultadoExportacao& resultado) {
     servidor.painel.Caption = u"Transmitindo Itens. Aguarde....."_s;
     Registros itens;
-    servidor.conexoes.AbreConsulta(itens, u"SELECT * FROM itens WHERE (not exportado OR "
-                                          u"exportado = 2) AND situacao = 'N' ORDER BY data, "
-                                          u"cupom"_s);
+    servidor.conexoes.AbreConsulta(itens, SqlNaoExportados(u"itens"_s));
     resultado.itensLidos = itens.RecordCount();
     if (!itens.Eof()) {
         servidor.ambiente.Aguarda(0.01);

@@ -48,9 +48,7 @@ void ExportaVenda(Servidor& servidor, const Registros& venda, ResultadoExportaca
 void ExportaVendas(Servidor& servidor, ResultadoExportacao& resultado) {
     servidor.painel.Caption = u"Transmitindo Vendas. Aguarde....."_s;
     Registros vendas;
-    servidor.conexoes.AbreConsulta(vendas, u"SELECT * FROM vendas WHERE (not exportado OR "
-                                           u"exportado = 2) AND situacao = 'N' ORDER BY data, "
-                                           u"cupom"_s);
+    servidor.conexoes.AbreConsulta(vendas, SqlNaoExportados(u"vendas"_s));
     resultado.vendasLidas = vendas.RecordCount();
     for (; !vendas.Eof(); vendas.MoveNext())
         ExportaVenda(servidor, vendas, resultado);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 namespace nfce {
 
 struct Servidor;
@@ -10,5 +12,9 @@ struct ResultadoExportacao;
 // its keys).
 void ExportaItens(Servidor& servidor, ResultadoExportacao& resultado);
 void ExportaVendas(Servidor& servidor, ResultadoExportacao& resultado);
+
+// The rows of `tabela` ("itens" or "vendas") still to go: never exported, or being sent when
+// an earlier export stopped; cancelled rows never go.
+QString SqlNaoExportados(const QString& tabela);
 
 } // namespace nfce
