@@ -249,8 +249,10 @@ private:
     // authorised XML itself is filed by the return processing.
     void CopiaContabil(const QString& daLinha) {
         const QString origem = arquivos.XmlAutorizado(Chave());
-        if (ArquivoExiste(origem))
-            CopiaRegistrando(s, origem, arquivos.CopiaContabil(s.venda.MesAutorizados, daLinha));
+        if (!ArquivoExiste(origem)) return;
+        SobArmadilha(s, [&] {
+            CopiaArquivo(origem, arquivos.CopiaContabil(s.venda.MesAutorizados, daLinha));
+        });
     }
 
     bool Proxima() {
