@@ -20,8 +20,11 @@ std::string T(const QString& texto) {
     return texto.toStdString();
 }
 
-QByteArray Ansi(const QString& texto) {
-    return QStringEncoder("windows-1252")(texto);
+// What `le` gives, or "erro N" for the error it raises.
+QString Lido(const std::function<QString()>& le) {
+    QString lido;
+    const int erro = ErroDe([&] { lido = le(); }).numero();
+    return erro ? u"erro %1"_s.arg(erro) : lido;
 }
 
 // The first line that begins with the key, in any case, gives what follows the one character
@@ -37,15 +40,16 @@ TEST(Configuracao, LerConfigPeloPrefixoDaLinha) {
         {"TEMP=\r\n3\r\n", "TEMP", u""_s},
         {"", "TEMP", u""_s},
         {QByteArray("X\0=1\r\nNOME=A\0B|'\"", 17), "NOME", QString(u"A\0B|'\""_s)},
-        {Ansi(u"ação=SÃO JOSÉ\r\nMOEDA=€"_s), "AÇÃO", u"SÃO JOSÉ"_s},
+        {QStringEncoder("windows-1252")(u"ação=SÃO JOSÉ\r\nMOEDA=€"_s), "AÇÃO", u"SÃO JOSÉ"_s},
         {"MOEDA=\x80", "MOEDA", u"€"_s},
         {QByteArray(100000, 'A') + "\r\nTEMP=6", "TEMP", u"6"_s}};
     PastaPrograma pasta;
     for (const auto& [arquivo, chave, esperado] : casos) {
         pasta.EscreveArquivo(u"Config.ini"_s, arquivo);
-        EXPECT_EQ(T(LerConfig(pasta.caminho(), QString::fromUtf8(chave))), T(esperado))
-            << T(QString::fromLatin1(arquivo.left(40)));
+        EXPECT_EQ(T(LerConfig(pasta.caminho(), QString::fromUtf8(chave))), T(esperado)) << chave;
     }
+    EXPECT_EQ(T(Apara(u"  \ta b\t  "_s)), "\ta b\t");
+    EXPECT_TRUE(Vazio(u"   "_s) && !Vazio(u"\t"_s));
 }
 
 // Read again at every call, the file named in any case; a missing one is error 53 naming it.
@@ -53,10 +57,7 @@ TEST(Configuracao, ArquivosLidosACadaChamada) {
     PastaPrograma pasta;
     const ErroExecucao erro = ErroDe([&] { LerConfig(pasta.caminho(), u"TEMP"_s); });
     EXPECT_EQ(erro.numero(), ErroArquivoNaoEncontrado);
-    EXPECT_EQ(T(erro.descricao()), T(u"Arquivo não encontrado: "_s +
-                                     QDir::toNativeSeparators(pasta.Caminho(u"Config.ini"_s))));
-    EXPECT_EQ(ErroDe([&] { LerEmpresa(pasta.caminho(), u"CNPJ"_s); }).numero(),
-              ErroArquivoNaoEncontrado);
+    EXPECT_TRUE(erro.descricao().endsWith(QDir::toNativeSeparators(u"/Config.ini"_s)));
     for (const QString& serie : {u"1"_s, u"2"_s}) {
         pasta.EscreveArquivo(u"CONFIG.INI"_s, "SERIE=" + serie.toLatin1());
         pasta.EscreveEmpresa({u"SERIE="_s + serie});
@@ -68,39 +69,33 @@ TEST(Configuracao, ArquivosLidosACadaChamada) {
     EXPECT_EQ(ErroDe([&] { LerConfig(pasta.caminho(), u"TEMP"_s); }).numero(), ErroAcessoCaminho);
 }
 
-// Each byte is stored shifted by 79 plus its position; a line that does not unscramble before the
-// key is found is error 5 naming the file.
+// Each byte is stored shifted by 79 plus its position, up to 255; a line that does not
+// unscramble before the key is found is error 5 naming the file.
 TEST(Configuracao, LerEmpresaDecifraAsLinhas) {
     EXPECT_EQ(CifraLinha(u"X=1"_s), QByteArray("\xA8\x8E\x83"));
-    const QString limite = QString(53, u'A') + u'z'; // 255 at position 54
-    for (const QString& linha : {u"X=€ \"A|B\" 'C'"_s, limite})
-        EXPECT_EQ(T(DecifraLinha(CifraLinha(linha))), T(linha));
+    const QString limite = QString(53, u'A') + u'z';
+    EXPECT_EQ(T(DecifraLinha(CifraLinha(limite))), T(limite));
     for (const auto& chamada : std::initializer_list<std::function<void()>>{
              [] { DecifraLinha("\x4F"); }, [] { DecifraLinha("\xFF\x50"); },
              [&] { CifraLinha(u'A' + limite); }, [] { CifraLinha(u"NOME=日本"_s); }})
-        EXPECT_TRUE(ErroDe(chamada).descricao().startsWith(
-            u"Chamada de procedimento ou argumento inválido"_s));
-    const QByteArray a = CifraLinha(u"CNPJX=1"_s) + "\r\n";
-    const std::tuple<QByteArray, const char*, QString> casos[] = {
-        {a, "CNPJ", u"=1"_s},
-        {a + "\r" + CifraLinha(u"obs=€ Š"_s) + "\n", "OBS", u"€ Š"_s},
-        {CifraLinha(u"SERIE=7"_s) + QByteArray("\r\nlixo\0\r\n", 9), "SERIE", u"7"_s},
-        {"CNPJ=18123456000104\r\n", "CNPJ", u"erro 5"_s},
-        {a + QByteArray("\0\0\r\n", 4), "UF", u"erro 5"_s}};
+        EXPECT_EQ(ErroDe(chamada).numero(), ErroArgumentoInvalido);
+    const QByteArray a = CifraLinha(u"A=1"_s) + "\r\n";
+    const std::pair<QByteArray, QString> casos[] = {
+        {a + "\r" + CifraLinha(u"obs=€ Š"_s) + "\n", u"€ Š"_s},
+        {CifraLinha(u"OBS=7"_s) + QByteArray("\r\nlixo\0\r\n", 9), u"7"_s},
+        {"OBS=18123456000104\r\n", u"erro 5"_s},
+        {a + QByteArray("\0\0\r\n", 4), u"erro 5"_s}};
     PastaPrograma pasta;
-    for (const auto& [conteudo, chave, esperado] : casos) {
+    for (const auto& [conteudo, esperado] : casos) {
         pasta.EscreveArquivo(u"Empresa.Bin"_s, conteudo);
-        QString lido;
-        const ErroExecucao e =
-            ErroDe([&] { lido = LerEmpresa(pasta.caminho(), QString::fromLatin1(chave)); });
-        EXPECT_EQ(T(e.numero() ? u"erro %1"_s.arg(e.numero()) : lido), T(esperado)) << chave;
-        EXPECT_EQ(e.descricao().contains(u"Empresa.Bin"_s), e.numero() != 0);
+        EXPECT_EQ(T(Lido([&] { return LerEmpresa(pasta.caminho(), u"OBS"_s); })), T(esperado));
     }
-    EXPECT_EQ(T(Apara(u"  \ta b\t  "_s)), "\ta b\t");
-    EXPECT_TRUE(Vazio(u"   "_s) && !Vazio(u"\t"_s));
+    EXPECT_TRUE(ErroDe([&] { LerEmpresa(pasta.caminho(), u"OBS"_s); })
+                    .descricao()
+                    .contains(u"Empresa.Bin"_s));
 }
 
-// Each kind of key from one Config.ini line, as text ("erro 6" for the overflow).
+// Each kind of key from one Config.ini line.
 QString LeAjuste(const QString& p, char tipo) {
     if (tipo == 't') return Le(p, AjusteTexto{u"K", u"padrao"});
     if (tipo == 's') return QString::number(Le(p, AjusteSim{u"K"}));
@@ -119,69 +114,61 @@ TEST(Configuracao, CadaAjusteLeDoSeuJeito) {
     PastaPrograma pasta;
     for (const auto& [linha, tipo, esperado] : casos) {
         pasta.EscreveConfig({QString::fromLatin1(linha)});
-        QString lido;
-        const int erro = ErroDe([&] { lido = LeAjuste(pasta.caminho(), tipo); }).numero();
-        EXPECT_EQ(T(erro ? u"erro %1"_s.arg(erro) : lido), esperado) << linha;
+        EXPECT_EQ(T(Lido([&] { return LeAjuste(pasta.caminho(), tipo); })), esperado) << linha;
     }
 }
 
+// The series has three digits at least; a record is written whole or not at all.
 TEST(Configuracao, CarregaEGravaAEmpresa) {
     PastaPrograma pasta;
     const std::pair<const char*, const char*> series[] = {
         {" 7x", "007"}, {"12345", "12345"}, {"abc", "000"}};
     for (const auto& [serie, esperada] : series) {
-        pasta.EscreveEmpresa({u"NOME=D'OESTE | \"2\""_s, u"SERIE="_s + QString::fromLatin1(serie)});
-        const Empresa e = CarregaEmpresa(pasta.caminho());
-        EXPECT_EQ(T(e.Nome + u'/' + e.Serie), "D'OESTE | \"2\"/" + std::string(esperada));
+        pasta.EscreveEmpresa({u"SERIE="_s + QString::fromLatin1(serie)});
+        EXPECT_EQ(T(CarregaEmpresa(pasta.caminho()).Serie), esperada);
     }
     GravaRegistroEmpresa(pasta.caminho(), {u"CNPJ=11222333000181"_s, u""_s, u"   "_s, u"UF=MG"_s});
     EXPECT_EQ(DecifraRegistroEmpresa(pasta.caminho()),
               QStringList({u"CNPJ=11222333000181"_s, u"UF=MG"_s}));
     const QByteArray antes = pasta.LeArquivo(u"Empresa.Bin"_s);
-    EXPECT_EQ(ErroDe([&] {
-                  GravaRegistroEmpresa(pasta.caminho(), {u"A=1"_s, u"CIDADE=SÃO PAULO"_s});
-              }).numero(),
+    const QStringList ruim = {u"A=1"_s, u"CIDADE=SÃO PAULO"_s};
+    EXPECT_EQ(ErroDe([&] { GravaRegistroEmpresa(pasta.caminho(), ruim); }).numero(),
               ErroArgumentoInvalido);
     EXPECT_EQ(pasta.LeArquivo(u"Empresa.Bin"_s), antes);
-    EXPECT_EQ(
-        ErroDe([&] { GravaRegistroEmpresa(pasta.Caminho(u"nao/existe"_s), {u"A=1"_s}); }).numero(),
-        ErroAcessoCaminho);
+    EXPECT_EQ(ErroDe([&] { GravaRegistroEmpresa(pasta.Caminho(u"nao/existe"_s), {}); }).numero(),
+              ErroAcessoCaminho);
 }
 
 // Only a record that makes documents passes; the one description names the file and the fault.
 TEST(Configuracao, VerificaEmpresaRecusaRegistroQueNaoFazDocumento) {
-    const auto registro = [](const QString& troca) {
-        QStringList linhas = {
-            u"CNPJ=18123456000104"_s,  u"NOME=D'Agua | Ltda"_s,    u"SERIE=1"_s,
-            u"CODMUNICIPIO=3106200"_s, u"ENDERECO=Rua da Bahia"_s, u"NUMERO=1148"_s,
-            u"BAIRRO=Centro"_s,        u"CIDADE=Belo Horizonte"_s, u"UF=mg"_s,
-            u"CEP=30.160-011"_s};
+    PastaPrograma pasta;
+    const auto com = [&](const QString& troca) {
+        QStringList linhas = {u"CNPJ=18123456000104"_s,  u"NOME=D'Agua | Ltda"_s, u"SERIE=1"_s,
+                              u"CODMUNICIPIO=3106200"_s, u"ENDERECO=Rua"_s,       u"NUMERO=1"_s,
+                              u"BAIRRO=Centro"_s,        u"CIDADE=BH"_s,          u"UF=mg"_s,
+                              u"CEP=30.160-011"_s};
         linhas.replaceInStrings(QRegularExpression(u"^"_s + troca.section(u'=', 0, 0) + u"=.*"_s),
                                 troca);
-        QByteArray dados;
-        for (const QString& linha : linhas)
-            dados += CifraLinha(linha) + "\r\n";
-        return dados;
+        pasta.EscreveEmpresa(linhas);
+        return pasta.LeArquivo(u"Empresa.Bin"_s);
     };
-    const QByteArray inteiro = registro({});
+    const QByteArray inteiro = com({});
     const std::pair<QByteArray, QString> casos[] = {
         {inteiro, {}},
         {{}, u"vazio"_s},
         {inteiro.chopped(5), u"cortado"_s},
-        {registro(u"BAIRRO= "_s), u"falta BAIRRO"_s},
         {QByteArray("\0\x01\r\n", 4), u"não se decifra"_s},
-        {registro(u"CNPJ=18123456000105"_s), u"CNPJ inválido"_s},
-        {registro(u"CNPJ=18.123.456/0001-04"_s), u"CNPJ inválido"_s},
-        {registro(u"CNPJ=00000000000000"_s), u"CNPJ inválido"_s},
-        {registro(u"CODMUNICIPIO=31062"_s), u"CODMUNICIPIO inválido"_s},
-        {registro(u"UF=XX"_s), u"UF inválida"_s},
-        {registro(u"CEP=30160"_s), u"CEP inválido"_s}};
-    PastaPrograma pasta;
+        {com(u"BAIRRO= "_s), u"falta BAIRRO"_s},
+        {com(u"CNPJ=18123456000105"_s), u"CNPJ inválido"_s},
+        {com(u"CNPJ=18.123.456/0001-04"_s), u"CNPJ inválido"_s},
+        {com(u"CNPJ=00000000000000"_s), u"CNPJ inválido"_s},
+        {com(u"CODMUNICIPIO=31062"_s), u"CODMUNICIPIO inválido"_s},
+        {com(u"UF=XX"_s), u"UF inválida"_s},
+        {com(u"CEP=30160"_s), u"CEP inválido"_s}};
     for (const auto& [conteudo, trecho] : casos) {
         pasta.EscreveArquivo(u"Empresa.Bin"_s, conteudo);
         const QString erro = ErroDe([&] { VerificaEmpresa(pasta.caminho()); }).descricao();
-        EXPECT_EQ(erro.isEmpty(), trecho.isEmpty()) << T(erro);
-        EXPECT_TRUE(erro.contains(trecho) && erro.contains(u"Empresa.Bin"_s) == !trecho.isEmpty())
+        EXPECT_TRUE(erro.contains(trecho) && erro.contains(u"Empresa.Bin"_s) != trecho.isEmpty())
             << T(erro);
     }
 }
