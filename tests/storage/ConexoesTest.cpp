@@ -1,6 +1,5 @@
 #include "storage/Dialeto.h"
 #include "storage/ErroExecucao.h"
-#include "storage/Esquema.h"
 #include "storage/Sql.h"
 #include "support/BancoTeste.h"
 #include "support/Erros.h"
@@ -42,18 +41,10 @@ TEST(Conexoes, CadaConexaoComAsSuasChaves) {
               StringConexaoMySql("127.0.0.2", "exporta", "joao", "brenhova"));
     EXPECT_EQ(c->ConexaoContingencia()->Origem(),
               StringConexaoMySql("127.0.0.2", "remote_db", "remote_user", "Rk4817pQ"));
-    const QString fora = QDir::cleanPath(pasta.Caminho("../fora.db"));
-    Conexao central(TipoBanco::Sqlite, fora, Conexao::Arquivo::CriaSeFaltar);
-    central.Abre();
-    CriaEsquema(central, "loja");
-    c = Monta(pasta, ambiente,
-              {"tipobanco=sqlite", "BASEDADOS=loja.db", "CONTINGENCIABASE=" + fora});
+    c = Monta(pasta, ambiente, {"tipobanco=sqlite", "BASEDADOS=loja.db"});
     EXPECT_EQ(c->StringConexaoPrincipal(), pasta.Caminho("loja.db"));
-    Registros rs;
-    c->AbreConsultaTerceira(rs, "SELECT * FROM nfce");
     EXPECT_EQ(ErroDe([&] { c->ReabreConexao(); }).numero(), ErroProvedor);
     EXPECT_FALSE(QFileInfo::exists(pasta.Caminho("loja.db")));
-    QFile::remove(fora);
 }
 
 // Without its setting a connection is not built: calls on it fail with 91, the remote one's

@@ -32,16 +32,13 @@ QString Lido(const std::function<QString()>& le) {
 TEST(Configuracao, LerConfigPeloPrefixoDaLinha) {
     const std::tuple<QByteArray, const char*, QString> casos[] = {
         {"VENDASONLINESRV=NAO\r\nVENDASONLINE=SIM\r\n", "VENDASONLINE", u"RV=NAO"_s},
-        {"SERVIDOR=local\r\nSERVIDORBASE=remota\r\n", "SERVIDORBASE", u"remota"_s},
         {"basedados=Loja\r\n", "BaseDados", u"Loja"_s},
         {"TEMP = 3\r\nTEMP=2\r\n", "TEMP", u"= 3"_s},
         {"TEM\r\nTEMP\r\nTEMP=9\r\n", "TEMP", u""_s},
         {"A=1\rB=2\nNOME=   Loja   Centro   ", "NOME", u"Loja   Centro"_s},
-        {"TEMP=\r\n3\r\n", "TEMP", u""_s},
         {"", "TEMP", u""_s},
         {QByteArray("X\0=1\r\nNOME=A\0B|'\"", 17), "NOME", QString(u"A\0B|'\""_s)},
-        {QStringEncoder("windows-1252")(u"ação=SÃO JOSÉ\r\nMOEDA=€"_s), "AÇÃO", u"SÃO JOSÉ"_s},
-        {"MOEDA=\x80", "MOEDA", u"€"_s},
+        {QStringEncoder("windows-1252")(u"ação=SÃO € JOSÉ"_s), "AÇÃO", u"SÃO € JOSÉ"_s},
         {QByteArray(100000, 'A') + "\r\nTEMP=6", "TEMP", u"6"_s}};
     PastaPrograma pasta;
     for (const auto& [arquivo, chave, esperado] : casos) {
@@ -83,8 +80,8 @@ TEST(Configuracao, LerEmpresaDecifraAsLinhas) {
     const std::pair<QByteArray, QString> casos[] = {
         {a + "\r" + CifraLinha(u"obs=€ Š"_s) + "\n", u"€ Š"_s},
         {CifraLinha(u"OBS=7"_s) + QByteArray("\r\nlixo\0\r\n", 9), u"7"_s},
-        {"OBS=18123456000104\r\n", u"erro 5"_s},
-        {a + QByteArray("\0\0\r\n", 4), u"erro 5"_s}};
+        {a + "OBS=18123456000104\r\n", u"erro 5"_s}};
+
     PastaPrograma pasta;
     for (const auto& [conteudo, esperado] : casos) {
         pasta.EscreveArquivo(u"Empresa.Bin"_s, conteudo);
@@ -157,10 +154,8 @@ TEST(Configuracao, VerificaEmpresaRecusaRegistroQueNaoFazDocumento) {
         {inteiro, {}},
         {{}, u"vazio"_s},
         {inteiro.chopped(5), u"cortado"_s},
-        {QByteArray("\0\x01\r\n", 4), u"não se decifra"_s},
         {com(u"BAIRRO= "_s), u"falta BAIRRO"_s},
         {com(u"CNPJ=18123456000105"_s), u"CNPJ inválido"_s},
-        {com(u"CNPJ=18.123.456/0001-04"_s), u"CNPJ inválido"_s},
         {com(u"CNPJ=00000000000000"_s), u"CNPJ inválido"_s},
         {com(u"CODMUNICIPIO=31062"_s), u"CODMUNICIPIO inválido"_s},
         {com(u"UF=XX"_s), u"UF inválida"_s},

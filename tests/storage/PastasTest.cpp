@@ -6,7 +6,6 @@
 #include "storage/Configuracao.h"
 #include "storage/Empresa.h"
 #include "storage/Instalacao.h"
-#include "support/AmbienteVirtual.h"
 #include "support/DiscoPequeno.h"
 #include "support/Erros.h"
 #include "support/PastaPrograma.h"
@@ -108,15 +107,12 @@ TEST(Pastas, CaminhoUsaONomeDoDiscoENuncaSaiDaRaiz) {
     EXPECT_TRUE(PastaExiste(nativo) && !ArquivoExiste(nativo) && !PastaExiste({}));
 }
 
-int Vendas(const QString& pasta, AmbienteVirtual& ambiente) {
-    Conexoes conexoes(pasta, ambiente);
-    conexoes.PreparaConexaoPrincipal();
-    conexoes.ReabreConexao();
-    conexoes.AbreConexaoRemota();
-    conexoes.ReabreRemota();
+int Linhas(const QString& banco, const QString& tabela = u"vendas"_s) {
+    Conexao loja(TipoBanco::Sqlite, banco);
+    loja.Abre();
     Registros vendas;
-    conexoes.AbreConsulta(vendas, u"SELECT COUNT(*) AS n FROM vendas"_s);
-    return conexoes.RemotaConectada() ? vendas.Campo(u"n"_s).toInt() : -1;
+    vendas.AbreConsulta(loja, u"SELECT COUNT(*) AS n FROM "_s + tabela);
+    return vendas.Campo(u"n"_s).toInt();
 }
 
 // Every key reads back its own line, so no key shadows another; the sample shop is in Minas
@@ -135,11 +131,10 @@ TEST(Pastas, CriaPastaProgramaProntaParaOServidor) {
     const Empresa e = CarregaEmpresa(p);
     EXPECT_EQ(e.Cnpj + e.Serie + e.Uf + e.CodMunicipio.left(2), u"11222333000181001MG31"_s);
     EXPECT_TRUE(PastaExiste(p + u"/11222333000181/Contabilidade/012027"_s));
-    AmbienteVirtual ambiente;
-    EXPECT_GT(Vendas(p, ambiente), 0);
+    EXPECT_GT(Linhas(p + u"/loja.db"_s), 0);
+    EXPECT_EQ(Linhas(p + u"/remota.db"_s, u"produtos"_s), 0);
     CriaPastaPrograma(pasta.Caminho(u"vazia"_s), false, Hoje);
-    EXPECT_EQ(Vendas(pasta.Caminho(u"vazia"_s), ambiente), 0);
-    EXPECT_TRUE(ambiente.mensagens.isEmpty());
+    EXPECT_EQ(Linhas(p + u"/vazia/loja.db"_s), 0);
     pasta.EscreveConfig({u"BASEDADOS=loja"_s});
     QFile::remove(pasta.Caminho(u"Empresa.Bin"_s));
     EXPECT_EQ(ErroDe([&] { CriaPastaPrograma(p, true, Hoje); }).numero(), ErroArquivoJaExiste);
