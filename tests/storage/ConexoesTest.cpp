@@ -41,7 +41,10 @@ TEST(Conexoes, CadaConexaoComAsSuasChaves) {
               StringConexaoMySql("127.0.0.2", "exporta", "joao", "brenhova"));
     EXPECT_EQ(c->ConexaoContingencia()->Origem(),
               StringConexaoMySql("127.0.0.2", "remote_db", "remote_user", "Rk4817pQ"));
-    c = Monta(pasta, ambiente, {"tipobanco=sqlite", "BASEDADOS=loja.db"});
+    pasta.EscreveArquivo("central.db", {});
+    c = Monta(pasta, ambiente,
+              {"tipobanco=sqlite", "BASEDADOS=loja.db", "CONTINGENCIABASE=central.db"});
+    EXPECT_TRUE(c->AbreConexaoContingencia());
     EXPECT_EQ(c->StringConexaoPrincipal(), pasta.Caminho("loja.db"));
     EXPECT_EQ(ErroDe([&] { c->ReabreConexao(); }).numero(), ErroProvedor);
     EXPECT_FALSE(QFileInfo::exists(pasta.Caminho("loja.db")));

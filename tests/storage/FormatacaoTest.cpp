@@ -32,7 +32,7 @@ TEST(Formatacao, ValLeONumeroDoInicio) {
                           {u"1e-400"_s, 0},    {Binario, 0}};
     const Casos longos = {{MuitosNoves, Inf},
                           {u"1e"_s + MuitosNoves, Inf},
-                          {u"0."_s + QString(99998, u'0') + u"1"_s, 0}};
+                          {u"0."_s + QString(99998, u'0') + u"1e400"_s, 0}};
     for (const Casos& casos : {curtos, longos})
         for (const auto& [texto, esperado] : casos)
             EXPECT_DOUBLE_EQ(Val(texto), esperado) << T(texto.left(40));

@@ -89,6 +89,7 @@ TEST(Pastas, CaminhoUsaONomeDoDiscoENuncaSaiDaRaiz) {
         {u"c/validar/validado/"_s, u"/C/Validar/Validado"_s},
         {u"C\\\\Enviado\\Autorizados"_s, u"/C/ENVIADO/Autorizados"_s},
         {u"C\\Duas\\Retorno"_s, u"/C/Duas/Retorno"_s},
+        {u"C\\Duas\\retorno"_s, u"/C/Duas/RETORNO"_s},
         {u"C\\Retorno\\..x..-num-lot.txt"_s, u"/C/Retorno/..x..-num-lot.txt"_s},
         {u"C\\Retorno\\.\\x"_s, u"/C/Retorno/./x"_s},
         {u""_s, u""_s}};
