@@ -9,9 +9,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-// One stamped line for every destination, line breaks turned into spaces; the day's file is
-// made with its folder and appended to, a new one after midnight; a folder that cannot be made
-// loses the line quietly.
+// A folder that cannot be made loses the line quietly.
 TEST(Registro, LinhaCarimbadaNoArquivoDoDia) {
     PastaPrograma pasta;
     pasta.EscreveArquivo(u"arquivo"_s, "x");
@@ -32,9 +30,7 @@ TEST(Registro, LinhaCarimbadaNoArquivoDoDia) {
     EXPECT_EQ(pasta.LeArquivo(u"arquivo"_s), "x");
 }
 
-// A wait moves the clock exactly, running the events due inside it at their moment and the
-// hooks at each step; negative waits take no time. A wait inside a hook (as a timer tick makes)
-// does not enter that hook again; a hook may remove itself.
+// A wait inside a hook (as a timer tick makes) does not enter that hook again.
 TEST(AmbienteVirtual, AguardaAvancaORelogioComEventosEGanchos) {
     AmbienteVirtual amb(QDateTime(QDate(2026, 11, 15), QTime(23, 59, 59)));
     QList<qint64> momentos;

@@ -25,8 +25,7 @@ std::unique_ptr<Conexoes> Monta(const PastaPrograma& pasta, AmbienteVirtual& amb
     return conexoes;
 }
 
-// The main connection is built, not opened; the contingency one has its own defaults. On SQLite
-// the same keys name files, relative to the program folder; a missing one is not created.
+// On SQLite the same keys name files in the program folder; a missing one is not created.
 TEST(Conexoes, CadaConexaoComAsSuasChaves) {
     PastaPrograma pasta;
     AmbienteVirtual ambiente;
@@ -34,13 +33,13 @@ TEST(Conexoes, CadaConexaoComAsSuasChaves) {
         Monta(pasta, ambiente,
               {"SERVIDOR=192.168.0.10", "BASEDADOS=loja", "SERVIDORBASE=127.0.0.2",
                "SERVIDORBASEDADOS=exporta", "SERVIDORUSUARIO=joao", "CONTINGENCIAHOST=127.0.0.2"});
-    EXPECT_EQ(c->ConexaoPrincipal()->Origem(),
-              StringConexaoMySql("192.168.0.10", "loja", "master", "brenhova"));
+    EXPECT_EQ(
+        QStringList({c->ConexaoPrincipal()->Origem(), c->ConexaoRemota()->Origem(),
+                     c->ConexaoContingencia()->Origem()}),
+        QStringList({StringConexaoMySql("192.168.0.10", "loja", "master", "brenhova"),
+                     StringConexaoMySql("127.0.0.2", "exporta", "joao", "brenhova"),
+                     StringConexaoMySql("127.0.0.2", "remote_db", "remote_user", "Rk4817pQ")}));
     EXPECT_EQ(c->ConexaoPrincipal()->Estado(), 0);
-    EXPECT_EQ(c->ConexaoRemota()->Origem(),
-              StringConexaoMySql("127.0.0.2", "exporta", "joao", "brenhova"));
-    EXPECT_EQ(c->ConexaoContingencia()->Origem(),
-              StringConexaoMySql("127.0.0.2", "remote_db", "remote_user", "Rk4817pQ"));
     pasta.EscreveArquivo("central.db", {});
     c = Monta(pasta, ambiente,
               {"tipobanco=sqlite", "BASEDADOS=loja.db", "CONTINGENCIABASE=central.db"});
@@ -50,8 +49,7 @@ TEST(Conexoes, CadaConexaoComAsSuasChaves) {
     EXPECT_FALSE(QFileInfo::exists(pasta.Caminho("loja.db")));
 }
 
-// Without its setting a connection is not built: calls on it fail with 91, the remote one's
-// reopen through its message box. Bad settings do not bring the builders down.
+// Without its setting a connection is not built (91); bad settings do not stop the builders.
 TEST(Conexoes, SemConfiguracaoNaoHaConexao) {
     PastaPrograma pasta;
     AmbienteVirtual ambiente;
@@ -83,7 +81,6 @@ TEST(Conexoes, SemConfiguracaoNaoHaConexao) {
     EXPECT_NO_THROW(semConfig.PreparaConexaoPrincipal(); semConfig.AbreConexaoRemota());
 }
 
-// Local.db is made with its table and keeps its rows; a name alone opens the table.
 TEST(Conexoes, LocalDbComNcupom) {
     PastaPrograma pasta;
     AmbienteVirtual ambiente;
@@ -118,13 +115,9 @@ TEST(Conexoes, DialetoReescreveSoOQueOSqliteNaoAceita) {
     EXPECT_EQ(EscapaTexto(u"D'ÁVILA|\"\\"_s + QChar(0)), u"D''ÁVILA|\"\\"_s);
 }
 
-// ----- against the real databases -----
-
 class ConexoesTest : public BancoTeste {};
 
-// Rows fetched whole: they outlive the connection (closed twice without fault). Nulls read as
-// "", numbers in their shortest form, fields in any case; past the end, an unknown field and a
-// closed recordset each have their error.
+// Rows fetched whole outlive the connection; reading past the end or closed has its error.
 TEST_P(ConexoesTest, RegistrosDaConsulta) {
     Executa("INSERT INTO vendas (cupom, valor, Desconto, data, hora, erro) VALUES (101, 45.00, "
             "0.1, '2026-11-15', '10:20:30', NULL), (102, 0, 1234.56, NULL, NULL, 'x')");
@@ -163,7 +156,6 @@ TEST_P(ConexoesTest, RegistrosDaConsulta) {
     EXPECT_FALSE(rs.Aberto());
 }
 
-// Dates and times stored as text, in either form; text that is no date or time gives invalid.
 TEST_P(ConexoesTest, RegistrosDatasEHorasDeTexto) {
     const std::tuple<const char*, const char*, QDate, QTime> casos[] = {
         {"15/11/2026", "08:05:09", QDate(2026, 11, 15), QTime(8, 5, 9)},
@@ -199,8 +191,7 @@ TEST_P(ConexoesTest, ErroDoBancoChegaAoChamadorComSeuTexto) {
             << erro.what();
 }
 
-// A rebuild with an unknown engine leaves no remote connection: its reopen shows error 91 in
-// one message box and keeps the flag as an earlier call set it.
+// A reopen without a remote connection (91) keeps the flag as an earlier call set it.
 TEST_P(ConexoesTest, RemotaSemConexaoMostraUmaMensagem) {
     CriaRemota();
     conexoes->ReabreRemota();

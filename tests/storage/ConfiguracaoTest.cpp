@@ -27,8 +27,7 @@ QString Lido(const std::function<QString()>& le) {
     return erro ? u"erro %1"_s.arg(erro) : lido;
 }
 
-// The first line that begins with the key, in any case, gives what follows the one character
-// after the key, spaces trimmed; CR, LF or both end a line.
+// The first line that begins with the key gives what follows the one character after it.
 TEST(Configuracao, LerConfigPeloPrefixoDaLinha) {
     const std::tuple<QByteArray, const char*, QString> casos[] = {
         {"VENDASONLINESRV=NAO\r\nVENDASONLINE=SIM\r\n", "VENDASONLINE", u"RV=NAO"_s},
@@ -49,7 +48,6 @@ TEST(Configuracao, LerConfigPeloPrefixoDaLinha) {
     EXPECT_TRUE(Vazio(u"   "_s) && !Vazio(u"\t"_s));
 }
 
-// Read again at every call, the file named in any case; a missing one is error 53 naming it.
 TEST(Configuracao, ArquivosLidosACadaChamada) {
     PastaPrograma pasta;
     const ErroExecucao erro = ErroDe([&] { LerConfig(pasta.caminho(), u"TEMP"_s); });
@@ -66,8 +64,7 @@ TEST(Configuracao, ArquivosLidosACadaChamada) {
     EXPECT_EQ(ErroDe([&] { LerConfig(pasta.caminho(), u"TEMP"_s); }).numero(), ErroAcessoCaminho);
 }
 
-// Each byte is stored shifted by 79 plus its position, up to 255; a line that does not
-// unscramble before the key is found is error 5 naming the file.
+// Each byte is stored shifted by 79 plus its position, up to 255.
 TEST(Configuracao, LerEmpresaDecifraAsLinhas) {
     EXPECT_EQ(CifraLinha(u"X=1"_s), QByteArray("\xA8\x8E\x83"));
     const QString limite = QString(53, u'A') + u'z';
@@ -92,7 +89,6 @@ TEST(Configuracao, LerEmpresaDecifraAsLinhas) {
                     .contains(u"Empresa.Bin"_s));
 }
 
-// Each kind of key from one Config.ini line.
 QString LeAjuste(const QString& p, char tipo) {
     if (tipo == 't') return Le(p, AjusteTexto{u"K", u"padrao"});
     if (tipo == 's') return QString::number(Le(p, AjusteSim{u"K"}));
@@ -115,7 +111,7 @@ TEST(Configuracao, CadaAjusteLeDoSeuJeito) {
     }
 }
 
-// The series has three digits at least; a record is written whole or not at all.
+// A record is written whole or not at all.
 TEST(Configuracao, CarregaEGravaAEmpresa) {
     PastaPrograma pasta;
     const std::pair<const char*, const char*> series[] = {
@@ -136,7 +132,6 @@ TEST(Configuracao, CarregaEGravaAEmpresa) {
               ErroAcessoCaminho);
 }
 
-// Only a record that makes documents passes; the one description names the file and the fault.
 TEST(Configuracao, VerificaEmpresaRecusaRegistroQueNaoFazDocumento) {
     PastaPrograma pasta;
     const auto com = [&](const QString& troca) {

@@ -91,8 +91,7 @@ TEST(Formatacao, ValoresEQuantidades) {
               "1.234.500|1.234.500|0.000");
 }
 
-// Arredonda takes halves up on the binary value; Trunca rounds to one more decimal (ties to
-// even) before the downward cut.
+// Trunca rounds to one more decimal (ties to even) before the downward cut.
 TEST(Formatacao, ArredondaETrunca) {
     const std::tuple<double (*)(double, int), double, int, double> casos[] = {
         {Arredonda, -0.125, 2, -0.12}, {Arredonda, 1.005, 2, 1.0}, {Arredonda, 1234, -2, 1200},
@@ -102,8 +101,7 @@ TEST(Formatacao, ArredondaETrunca) {
         EXPECT_DOUBLE_EQ(funcao(valor, casas), esperado) << valor;
 }
 
-// The last separator is the decimal point. Commas count only within the trimmed length
-// ("   12,50"); the scan passes over the character after a removed point ("1..234,56").
+// Commas count only within the trimmed length; the scan skips past a removed point.
 TEST(Formatacao, LeValorPeloUltimoSeparador) {
     const std::pair<QString, qint64> casos[] = {
         {u"1.500"_s, 15000},    {u"1,234.56"_s, 12345600}, {u"-1.234.567,89"_s, -12345678900},

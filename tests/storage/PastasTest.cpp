@@ -46,17 +46,14 @@ QStringList DaEmpresa(const QString& c) {
     return nomes;
 }
 
-// Run twice over what was there first: folders ("/" at the end) and files, a file standing
-// where a folder should be; each folder is made alone, parent first, failures ignored.
+// Run twice over folders ("/" at the end) and files made first; each folder is made alone.
 TEST(Pastas, AlterarCriaAsPastasQueFaltam) {
-    const QString c = u"C"_s, barra = u"18.123.456/0001-04"_s;
+    const QString barra = u"18.123.456/0001-04"_s;
     const std::tuple<QStringList, QString, QStringList> casos[] = {
-        {{u"LOG/hoje.log"_s}, c, Comuns + DaEmpresa(c)},
-        {{u"C/Retorno/"_s, u"C/eventos/"_s},
+        {{u"LOG"_s, u"C/Retorno/"_s, u"C/eventos/"_s},
          u"c"_s,
-         Comuns + QStringList{c, u"C/Envio"_s, u"C/Contabilidade"_s, u"C/Contabilidade/012027"_s,
-                              u"C/eventos/012027"_s}},
-        {{u"LOG"_s}, c, QStringList{u"PDV"_s, u"XML"_s, u"Contabil"_s} + DaEmpresa(c)},
+         {u"PDV"_s, u"XML"_s, u"Contabil"_s, u"C"_s, u"C/Envio"_s, u"C/Contabilidade"_s,
+          u"C/Contabilidade/012027"_s, u"C/eventos/012027"_s}},
         {{}, barra, Comuns},
         {{u"18.123.456/"_s}, u"18.123.456\\0001-04"_s, Comuns + DaEmpresa(barra)},
         {{}, {}, Comuns + DaEmpresa({})}};
@@ -76,8 +73,7 @@ TEST(Pastas, AlterarCriaAsPastasQueFaltam) {
     }
 }
 
-// Each existing part takes the spelling on disk, an exact match first; parts may come from
-// answer files, so none climbs out of the root.
+// Parts come from answer files too: none may climb out of the root.
 TEST(Pastas, CaminhoUsaONomeDoDiscoENuncaSaiDaRaiz) {
     PastaPrograma pasta;
     for (const QString& p :
@@ -101,7 +97,6 @@ TEST(Pastas, CaminhoUsaONomeDoDiscoENuncaSaiDaRaiz) {
         EXPECT_EQ(ErroDe([&] { Caminho(pasta.caminho(), fora); }).numero(), ErroAcessoCaminho);
     EXPECT_EQ(ErroDe([&] { Caminho({}, u"../x"_s); }).numero(), ErroAcessoCaminho);
     EXPECT_EQ(Caminho({}, u"a\\b"_s), u"a/b"_s);
-    // Raw paths, either separator, resolve the same way; a folder is not a file.
     const QString nativo = QString(pasta.caminho()).replace(u'/', u'\\') + u"\\c\\retorno"_s;
     EXPECT_TRUE(ArquivoExiste(nativo + u"\\A-NUM-LOT.TXT"_s) &&
                 !PastaExiste(nativo + u"\\A-NUM-LOT.TXT"_s));
@@ -116,8 +111,7 @@ int Linhas(const QString& banco, const QString& tabela = u"vendas"_s) {
     return vendas.Campo(u"n"_s).toInt();
 }
 
-// Every key reads back its own line, so no key shadows another; the sample shop is in Minas
-// Gerais (state code 31 in its documents). A folder in use is never overwritten.
+// Every key reads back its own line, so no key shadows another.
 TEST(Pastas, CriaPastaProgramaProntaParaOServidor) {
     PastaPrograma pasta;
     const QString p = pasta.caminho();
@@ -143,8 +137,7 @@ TEST(Pastas, CriaPastaProgramaProntaParaOServidor) {
     EXPECT_FALSE(ArquivoExiste(pasta.Caminho(u"Empresa.Bin"_s)));
 }
 
-// Every way a file reaches UniNFe or the accountant, on a disk with room for part of the file:
-// nothing is published, no temporary file is left, the error names the file.
+// On a disk with room for part of a file nothing is published, not even a temporary file.
 TEST(Pastas, DiscoCheioNaoPublicaNada) {
     PastaPrograma pasta;
     DiscoPequeno disco(pasta.Caminho(u"disco"_s), 8);
