@@ -1,14 +1,15 @@
 #include "storage/Configuracao.h"
 
+#include "storage/Ajustes.h"
+#include "storage/Empresa.h"
 #include "storage/ErroExecucao.h"
 #include "support/Erros.h"
 #include "support/PastaPrograma.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QStringEncoder>
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace nfce::teste {
 namespace {
@@ -19,81 +20,39 @@ std::string T(const QString& texto) {
     return texto.toStdString();
 }
 
-// Literal bytes, NULs included.
-template <qsizetype N> QByteArray B(const char (&bytes)[N]) {
-    return QByteArray(bytes, N - 1);
+// What `le` gives, or "erro N" for the error it raises.
+QString Lido(const std::function<QString()>& le) {
+    QString lido;
+    const int erro = ErroDe([&] { lido = le(); }).numero();
+    return erro ? u"erro %1"_s.arg(erro) : lido;
 }
 
-QByteArray Ansi(const QString& texto) {
-    QStringEncoder ansi("windows-1252");
-    return ansi(texto);
-}
-
-QByteArray Bytes(std::initializer_list<int> codigos) {
-    QByteArray bytes;
-    for (int codigo : codigos)
-        bytes.append(static_cast<char>(codigo));
-    return bytes;
-}
-
-QByteArray TodosOsBytesMenosQuebras() {
-    QByteArray bytes;
-    for (int codigo = 0; codigo < 256; ++codigo)
-        if (codigo != '\r' && codigo != '\n') bytes.append(static_cast<char>(codigo));
-    return bytes;
-}
-
-TEST(LerConfig, LinhasDoArquivo) {
-    const std::vector<std::tuple<const char*, QByteArray, QString, QString>> casos = {
-        // The value starts one character after the key, whatever the line's key was.
-        {"a chave casa com a linha de uma chave mais longa",
-         B("VENDASONLINESRV=NAO\r\nVENDASONLINE=SIM\r\n"), u"VENDASONLINE"_s, u"RV=NAO"_s},
-        {"SERVIDOR casa com SERVIDORBASE", B("SERVIDORBASE=remota\r\nSERVIDOR=local\r\n"),
-         u"SERVIDOR"_s, u"ASE=remota"_s},
-        {"uma linha mais curta não casa com a chave longa",
-         B("SERVIDOR=local\r\nSERVIDORBASE=remota\r\n"), u"SERVIDORBASE"_s, u"remota"_s},
-        {"linha em minúsculas", B("vendasonline=SIM\r\n"), u"VENDASONLINE"_s, u"SIM"_s},
-        {"chave em minúsculas, valor com a sua caixa", B("BASEDADOS=Loja\r\n"), u"basedados"_s,
-         u"Loja"_s},
-        {"branco antes do separador", B("TEMP = 3\r\n"), u"TEMP"_s, u"= 3"_s},
-        {"separador qualquer", B("TEMP:7\r\n"), u"TEMP"_s, u"7"_s},
-        {"a primeira linha vence", B("TEMP=1\r\nTEMP=2\r\n"), u"TEMP"_s, u"1"_s},
-        {"linha igual à chave", B("TEMP\r\nTEMP=9\r\n"), u"TEMP"_s, u""_s},
-        {"linha mais curta que a chave", B("TEM\r\nTEMP=4\r\n"), u"TEMP"_s, u"4"_s},
-        {"chave mais longa que as linhas", B("A=1\r\nB\r\n"), u"VENDASONLINESRV"_s, u""_s},
-        {"chave ausente", B("OUTRA=1\r\n"), u"TEMP"_s, u""_s},
-        {"arquivo vazio", B(""), u"TEMP"_s, u""_s},
-        {"só quebras de linha", B("\r\n\r\n\n\r"), u"TEMP"_s, u""_s},
-        {"linhas em branco antes", B("\r\n\r\n   \r\nTEMP=5\r\n"), u"TEMP"_s, u"5"_s},
-        {"brancos do valor", B("NOME=   Loja   Centro   \r\n"), u"NOME"_s, u"Loja   Centro"_s},
-        {"quebras LF", B("A=1\nTEMP=2\n"), u"TEMP"_s, u"2"_s},
-        {"quebras CR", B("A=1\rTEMP=2\r"), u"TEMP"_s, u"2"_s},
-        {"quebras misturadas, sem a última", B("A=1\r\n\rB=2\nTEMP=3"), u"TEMP"_s, u"3"_s},
-        {"o valor termina na quebra", B("TEMP=\r\n3\r\n"), u"TEMP"_s, u""_s},
-        {"truncado depois do separador", B("TEMP="), u"TEMP"_s, u""_s},
-        {"NUL antes da linha", B("\0\0\0\r\nX\0=1\r\nTEMP=2\r\n"), u"TEMP"_s, u"2"_s},
-        {"NUL dentro do valor", B("NOME=A\0B\r\n"), u"NOME"_s, QString(u"A\0B"_s)},
-        {"bytes binários antes", TodosOsBytesMenosQuebras() + "\r\nTEMP=8\r\n", u"TEMP"_s, u"8"_s},
-        {"aspas e barras", Ansi(u"NOME=\"D'ÁVILA | CIA\"\r\n"_s), u"NOME"_s,
-         u"\"D'ÁVILA | CIA\""_s},
-        {"acentos em Windows-1252", Ansi(u"CIDADE=SÃO JOSÉ\r\n"_s), u"CIDADE"_s, u"SÃO JOSÉ"_s},
-        {"chave acentuada sem caixa", Ansi(u"ação=1\r\n"_s), u"AÇÃO"_s, u"1"_s},
-        {"0x80 é o euro", B("MOEDA=\x80\r\n"), u"MOEDA"_s, u"€"_s},
-        {"linha de 100 000 caracteres antes", QByteArray(100000, 'A') + "\r\nTEMP=6\r\n", u"TEMP"_s,
-         u"6"_s},
-        {"valor de 100 000 caracteres", "TEMP=" + QByteArray(100000, 'x'), u"TEMP"_s,
-         QString(100000, u'x')},
-    };
+// The first line that begins with the key gives what follows the one character after it.
+TEST(Configuracao, LerConfigPeloPrefixoDaLinha) {
+    const std::tuple<QByteArray, const char*, QString> casos[] = {
+        {"VENDASONLINESRV=NAO\r\nVENDASONLINE=SIM\r\n", "VENDASONLINE", u"RV=NAO"_s},
+        {"basedados=Loja\r\n", "BaseDados", u"Loja"_s},
+        {"TEMP = 3\r\nTEMP=2\r\n", "TEMP", u"= 3"_s},
+        {"TEM\r\nTEMP\r\nTEMP=9\r\n", "TEMP", u""_s},
+        {"A=1\rB=2\nNOME=   Loja   Centro   ", "NOME", u"Loja   Centro"_s},
+        {"", "TEMP", u""_s},
+        {QByteArray("X\0=1\r\nNOME=A\0B|'\"", 17), "NOME", QString(u"A\0B|'\""_s)},
+        {QStringEncoder("windows-1252")(u"ação=SÃO € JOSÉ"_s), "AÇÃO", u"SÃO € JOSÉ"_s},
+        {QByteArray(100000, 'A') + "\r\nTEMP=6", "TEMP", u"6"_s}};
     PastaPrograma pasta;
-    for (const auto& [nome, arquivo, chave, esperado] : casos) {
-        SCOPED_TRACE(nome);
+    for (const auto& [arquivo, chave, esperado] : casos) {
         pasta.EscreveArquivo(u"Config.ini"_s, arquivo);
-        EXPECT_EQ(T(LerConfig(pasta.caminho(), chave)), T(esperado));
+        EXPECT_EQ(T(LerConfig(pasta.caminho(), QString::fromUtf8(chave))), T(esperado)) << chave;
     }
+    EXPECT_EQ(T(Apara(u"  \ta b\t  "_s)), "\ta b\t");
+    EXPECT_TRUE(Vazio(u"   "_s) && !Vazio(u"\t"_s));
 }
 
-TEST(Leitores, LeemOArquivoACadaChamadaComONomeEmQualquerCaixa) {
+TEST(Configuracao, ArquivosLidosACadaChamada) {
     PastaPrograma pasta;
+    const ErroExecucao erro = ErroDe([&] { LerConfig(pasta.caminho(), u"TEMP"_s); });
+    EXPECT_EQ(erro.numero(), ErroArquivoNaoEncontrado);
+    EXPECT_TRUE(erro.descricao().endsWith(QDir::toNativeSeparators(u"/Config.ini"_s)));
     for (const QString& serie : {u"1"_s, u"2"_s}) {
         pasta.EscreveArquivo(u"CONFIG.INI"_s, "SERIE=" + serie.toLatin1());
         pasta.EscreveEmpresa({u"SERIE="_s + serie});
@@ -101,99 +60,106 @@ TEST(Leitores, LeemOArquivoACadaChamadaComONomeEmQualquerCaixa) {
             T(LerConfig(pasta.caminho(), u"SERIE"_s) + LerEmpresa(pasta.caminho(), u"SERIE"_s)),
             T(serie + serie));
     }
-}
-
-TEST(Leitores, ArquivoAusenteEhErro53ComONomePastaEhErro75) {
-    PastaPrograma pasta;
-    const std::vector<std::pair<const char*, std::function<void()>>> leitores = {
-        {"Config.ini", [&] { LerConfig(pasta.caminho(), u"TEMP"_s); }},
-        {"Empresa.Bin", [&] { LerEmpresa(pasta.caminho(), u"CNPJ"_s); }},
-        {"Config.ini", [] { LerConfig(u"/nao/existe"_s, u"TEMP"_s); }},
-    };
-    for (const auto& [arquivo, leitura] : leitores) {
-        SCOPED_TRACE(arquivo);
-        const ErroExecucao erro = ErroDe(leitura);
-        EXPECT_EQ(erro.numero(), ErroArquivoNaoEncontrado);
-        EXPECT_TRUE(erro.descricao().startsWith(u"Arquivo não encontrado: "_s)) << erro.what();
-        EXPECT_TRUE(erro.descricao().endsWith(QDir::toNativeSeparators(u"/"_s) + arquivo))
-            << erro.what();
-    }
     ASSERT_TRUE(QDir(pasta.caminho()).mkdir(u"Config.ini"_s));
     EXPECT_EQ(ErroDe([&] { LerConfig(pasta.caminho(), u"TEMP"_s); }).numero(), ErroAcessoCaminho);
 }
 
-// Stored lines scrambled, as the record keeps them; a line that does not unscramble (plain
-// text, NUL, 0xFF) before the key is found is error 5 naming the file.
-TEST(LerEmpresa, LinhasDoRegistro) {
-    const QByteArray a = CifraLinha(u"CNPJX=1"_s) + "\r\n", b = CifraLinha(u"A=1"_s) + "\r\n";
-    const QString erro5 = u"(erro 5)"_s;
-    const std::vector<std::tuple<const char*, QByteArray, QString, QString>> casos = {
-        {"o prefixo casa com a chave mais longa", a, u"CNPJ"_s, u"=1"_s},
-        {"minúsculas, linha vazia", a + "\r\n" + CifraLinha(u"nome=LOJA"_s), u"NOME"_s, u"LOJA"_s},
-        {"Windows-1252", CifraLinha(u"OBS=€ Š"_s), u"OBS"_s, u"€ Š"_s},
-        {"quebras CR e LF", a + "\r" + CifraLinha(u"SERIE=7"_s) + "\n", u"SERIE"_s, u"7"_s},
-        {"chave ausente", a, u"UF"_s, u""_s},
-        {"arquivo vazio", {}, u"SERIE"_s, u""_s},
-        {"para na linha que casa", CifraLinha(u"SERIE=7"_s) + B("\r\nlixo\0\r\n"), u"SERIE"_s,
-         u"7"_s},
-        {"texto claro", "CNPJ=18123456000104\r\n", u"CNPJ"_s, erro5},
-        {"NUL", b + QByteArray("\0\0\0\r\n", 5), u"CNPJ"_s, erro5},
-        {"linha de 100 000 bytes", b + QByteArray(100000, '\xFF'), u"CNPJ"_s, erro5},
-    };
+// Each byte is stored shifted by 79 plus its position, up to 255.
+TEST(Configuracao, LerEmpresaDecifraAsLinhas) {
+    EXPECT_EQ(CifraLinha(u"X=1"_s), QByteArray("\xA8\x8E\x83"));
+    const QString limite = QString(53, u'A') + u'z';
+    EXPECT_EQ(T(DecifraLinha(CifraLinha(limite))), T(limite));
+    for (const auto& chamada : std::initializer_list<std::function<void()>>{
+             [] { DecifraLinha("\x4F"); }, [] { DecifraLinha("\xFF\x50"); },
+             [&] { CifraLinha(u'A' + limite); }, [] { CifraLinha(u"NOME=日本"_s); }})
+        EXPECT_EQ(ErroDe(chamada).numero(), ErroArgumentoInvalido);
+    const QByteArray a = CifraLinha(u"A=1"_s) + "\r\n";
+    const std::pair<QByteArray, QString> casos[] = {
+        {a + "\r" + CifraLinha(u"obs=€ Š"_s) + "\n", u"€ Š"_s},
+        {CifraLinha(u"OBS=7"_s) + QByteArray("\r\nlixo\0\r\n", 9), u"7"_s},
+        {a + "OBS=18123456000104\r\n", u"erro 5"_s}};
+
     PastaPrograma pasta;
-    for (const auto& [nome, conteudo, chave, esperado] : casos) {
-        SCOPED_TRACE(nome);
+    for (const auto& [conteudo, esperado] : casos) {
         pasta.EscreveArquivo(u"Empresa.Bin"_s, conteudo);
-        QString lido;
-        const ErroExecucao erro = ErroDe([&] { lido = LerEmpresa(pasta.caminho(), chave); });
-        EXPECT_EQ(T(erro.numero() ? u"(erro %1)"_s.arg(erro.numero()) : lido), T(esperado));
-        EXPECT_EQ(erro.descricao().contains(u"Empresa.Bin"_s), erro.numero() != 0);
+        EXPECT_EQ(T(Lido([&] { return LerEmpresa(pasta.caminho(), u"OBS"_s); })), T(esperado));
+    }
+    EXPECT_TRUE(ErroDe([&] { LerEmpresa(pasta.caminho(), u"OBS"_s); })
+                    .descricao()
+                    .contains(u"Empresa.Bin"_s));
+}
+
+QString LeAjuste(const QString& p, char tipo) {
+    if (tipo == 't') return Le(p, AjusteTexto{u"K", u"padrao"});
+    if (tipo == 's') return QString::number(Le(p, AjusteSim{u"K"}));
+    if (tipo == 'n') return QString::number(Le(p, AjusteNumero{u"K"}));
+    if (tipo == 'i') return QString::number(Le(p, AjusteInteiro{u"K", 1}));
+    return QString::number(Le(p, AjusteSegundos{u"K"}, 3));
+}
+
+TEST(Configuracao, CadaAjusteLeDoSeuJeito) {
+    const std::tuple<const char*, char, const char*> casos[] = {
+        {"K=   ", 't', "padrao"},   {"OUTRA=x", 't', "padrao"}, {"K= SIM ", 's', "1"},
+        {"K=sim", 's', "0"},        {"K=SIM!", 's', "0"},       {"K=2.5x", 'n', "2.5"},
+        {"K=2.9", 'i', "2"},        {"K=abc", 'i', "1"},        {"K=-2", 'i', "-2"},
+        {"K=1e300", 'i', "erro 6"}, {"K=2.9", 'g', "2"},        {"K=-5", 'g', "3"},
+        {"K=0.5", 'g', "3"},        {"K=32767", 'g', "32767"},  {"K=40000", 'g', "erro 6"}};
+    PastaPrograma pasta;
+    for (const auto& [linha, tipo, esperado] : casos) {
+        pasta.EscreveConfig({QString::fromLatin1(linha)});
+        EXPECT_EQ(T(Lido([&] { return LeAjuste(pasta.caminho(), tipo); })), esperado) << linha;
     }
 }
 
-// Each character shifted by 79 + its position: "X=1" is stored as 168 142 131.
-TEST(Cifra, IdaEVoltaEForaDoAlcanceEhErro5) {
-    const std::pair<QString, QByteArray> casos[] = {{u"X=1"_s, Bytes({168, 142, 131})},
-                                                    {QString(QChar(0)), Bytes({80})},
-                                                    {u"€"_s, Bytes({0x80 + 80})}};
-    for (const auto& [claro, guardado] : casos) {
-        EXPECT_EQ(CifraLinha(claro).toHex(), guardado.toHex());
-        EXPECT_EQ(T(DecifraLinha(guardado)), T(claro));
+// A record is written whole or not at all.
+TEST(Configuracao, CarregaEGravaAEmpresa) {
+    PastaPrograma pasta;
+    const std::pair<const char*, const char*> series[] = {
+        {" 7x", "007"}, {"12345", "12345"}, {"abc", "000"}};
+    for (const auto& [serie, esperada] : series) {
+        pasta.EscreveEmpresa({u"SERIE="_s + QString::fromLatin1(serie)});
+        EXPECT_EQ(T(CarregaEmpresa(pasta.caminho()).Serie), esperada);
     }
-    // The largest code, 255, at position 54.
-    EXPECT_EQ(static_cast<uchar>(CifraLinha(QString(53, u'A') + u'z').back()), 255);
-    for (const QString& linha : {u""_s, QString(53, u'A') + u'z', u"OBS=\"A|B\" 'C'"_s})
-        EXPECT_EQ(T(DecifraLinha(CifraLinha(linha))), T(linha));
-    const std::vector<std::pair<const char*, std::function<void()>>> erros = {
-        {"decifra: código abaixo de 80 na posição 1", [] { DecifraLinha(Bytes({79})); }},
-        {"decifra: código abaixo de 81 na posição 2",
-         [] {
-             DecifraLinha(Bytes({255, 80}));
-         }},
-        {"decifra: NUL", [] { DecifraLinha(B("\0")); }},
-        {"cifra: passa de 255 na posição 55", [] { CifraLinha(QString(54, u'A') + u'z'); }},
-        {"cifra: letra acentuada", [] { CifraLinha(u"CIDADE=SÃO JOSÉ"_s); }},
-        {"cifra: fora do Windows-1252", [] { CifraLinha(u"NOME=日本"_s); }},
-        {"cifra: linha de 100 000 caracteres", [] { CifraLinha(QString(100000, u'1')); }},
+    GravaRegistroEmpresa(pasta.caminho(), {u"CNPJ=11222333000181"_s, u""_s, u"   "_s, u"UF=MG"_s});
+    EXPECT_EQ(DecifraRegistroEmpresa(pasta.caminho()),
+              QStringList({u"CNPJ=11222333000181"_s, u"UF=MG"_s}));
+    const QByteArray antes = pasta.LeArquivo(u"Empresa.Bin"_s);
+    const QStringList ruim = {u"A=1"_s, u"CIDADE=SÃO PAULO"_s};
+    EXPECT_EQ(ErroDe([&] { GravaRegistroEmpresa(pasta.caminho(), ruim); }).numero(),
+              ErroArgumentoInvalido);
+    EXPECT_EQ(pasta.LeArquivo(u"Empresa.Bin"_s), antes);
+    EXPECT_EQ(ErroDe([&] { GravaRegistroEmpresa(pasta.Caminho(u"nao/existe"_s), {}); }).numero(),
+              ErroCaminhoNaoEncontrado);
+}
+
+TEST(Configuracao, VerificaEmpresaRecusaRegistroQueNaoFazDocumento) {
+    PastaPrograma pasta;
+    const auto com = [&](const QString& troca) {
+        QStringList linhas = {u"CNPJ=18123456000104"_s,  u"NOME=D'Agua | Ltda"_s, u"SERIE=1"_s,
+                              u"CODMUNICIPIO=3106200"_s, u"ENDERECO=Rua"_s,       u"NUMERO=1"_s,
+                              u"BAIRRO=Centro"_s,        u"CIDADE=BH"_s,          u"UF=mg"_s,
+                              u"CEP=30.160-011"_s};
+        linhas.replaceInStrings(QRegularExpression(u"^"_s + troca.section(u'=', 0, 0) + u"=.*"_s),
+                                troca);
+        pasta.EscreveEmpresa(linhas);
+        return pasta.LeArquivo(u"Empresa.Bin"_s);
     };
-    for (const auto& [nome, chamada] : erros) {
-        SCOPED_TRACE(nome);
-        const ErroExecucao erro = ErroDe(chamada);
-        EXPECT_EQ(erro.numero(), ErroArgumentoInvalido);
-        EXPECT_TRUE(
-            erro.descricao().startsWith(u"Chamada de procedimento ou argumento inválido"_s));
-    }
-}
-
-TEST(Apara, SoEspacosDasPontas) {
-    const std::tuple<QString, QString, bool> casos[] = {{u""_s, u""_s, true},
-                                                        {u"   "_s, u""_s, true},
-                                                        {u"  a b  "_s, u"a b"_s, false},
-                                                        {u"\ta\t"_s, u"\ta\t"_s, false},
-                                                        {u"\t"_s, u"\t"_s, false}};
-    for (const auto& [texto, aparado, vazio] : casos) {
-        EXPECT_EQ(T(Apara(texto)), T(aparado));
-        EXPECT_EQ(Vazio(texto), vazio) << T(texto);
+    const QByteArray inteiro = com({});
+    const std::pair<QByteArray, QString> casos[] = {
+        {inteiro, {}},
+        {{}, u"vazio"_s},
+        {inteiro.chopped(5), u"cortado"_s},
+        {com(u"BAIRRO= "_s), u"falta BAIRRO"_s},
+        {com(u"CNPJ=18123456000105"_s), u"CNPJ inválido"_s},
+        {com(u"CNPJ=00000000000000"_s), u"CNPJ inválido"_s},
+        {com(u"CODMUNICIPIO=31062"_s), u"CODMUNICIPIO inválido"_s},
+        {com(u"UF=XX"_s), u"UF inválida"_s},
+        {com(u"CEP=30160"_s), u"CEP inválido"_s}};
+    for (const auto& [conteudo, trecho] : casos) {
+        pasta.EscreveArquivo(u"Empresa.Bin"_s, conteudo);
+        const QString erro = ErroDe([&] { VerificaEmpresa(pasta.caminho()); }).descricao();
+        EXPECT_TRUE(erro.contains(trecho) && erro.contains(u"Empresa.Bin"_s) != trecho.isEmpty())
+            << T(erro);
     }
 }
 
