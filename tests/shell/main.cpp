@@ -3,7 +3,6 @@
 
 #include "support/Avisos.h"
 
-// The window draws on the X server when there is one (under Xvfb), offscreen otherwise.
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsEmpty("DISPLAY") ? "offscreen" : "xcb");

@@ -114,14 +114,20 @@ TEST_F(SimuladorTest, LoteEAutorizacao) {
     EXPECT_TRUE(Le(u"Enviado/Autorizados/112026/"_s + kChave + u"-procNFe.xml"_s)
                     .contains("<nProt>131260000000001</nProt><digVal>" + digVal +
                               "</digVal><cStat>100</cStat>"));
+    // Sent again, an authorised sale is a duplicate.
+    QFile::copy(Caminho(u"Validar/Validado/"_s + kChave + u"-nfe.xml"_s),
+                Caminho(u"Envio/"_s + kChave + u"-nfe.xml"_s));
+    Passa();
+    EXPECT_TRUE(
+        Le(u"RETORNO/000000000000002-pro-rec.txt"_s).contains(";0;204;Rejeicao: Duplicidade"));
 }
 
-// The stand-in's own reason, with ";" taken out and in Windows-1252.
 TEST_F(SimuladorTest, Rejeicao) {
-    EnviaVenda(u"rejeita 778 item 3 motivo Rejeição: NCM; inexistente"_s);
-    EXPECT_EQ(Le(kLote).split('\n').value(1),
-              "18123456000104;000001234;" + kChave +
-                  ";2026-11-15T10:21:00-03:00;0;778;Rejei\xe7\xe3o: NCM  inexistente;");
+    EnviaVenda(u"rejeita 778 item 3"_s);
+    EXPECT_EQ(
+        Le(kLote).split('\n').value(1),
+        "18123456000104;000001234;" + kChave +
+            ";2026-11-15T10:21:00-03:00;0;778;Rejeicao: Informado NCM inexistente [nItem:3];");
     EXPECT_TRUE(Existe(u"Erro/"_s + kChave + u"-nfe.xml"_s));
 }
 
