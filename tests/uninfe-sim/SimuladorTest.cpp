@@ -62,6 +62,9 @@ protected:
         sim_.DefineCenario(1234, c);
         Escreve(u"Validar/venda-nfe.txt"_s, TxtDaVenda(1234));
         Passa();
+        Envia();
+    }
+    void Envia() {
         QFile::copy(Caminho(u"Validar/Validado/"_s + kChave + u"-nfe.xml"_s),
                     Caminho(u"Envio/"_s + kChave + u"-nfe.xml"_s));
         Passa();
@@ -115,9 +118,7 @@ TEST_F(SimuladorTest, LoteEAutorizacao) {
                     .contains("<nProt>131260000000001</nProt><digVal>" + digVal +
                               "</digVal><cStat>100</cStat>"));
     // Sent again, an authorised sale is a duplicate.
-    QFile::copy(Caminho(u"Validar/Validado/"_s + kChave + u"-nfe.xml"_s),
-                Caminho(u"Envio/"_s + kChave + u"-nfe.xml"_s));
-    Passa();
+    Envia();
     EXPECT_TRUE(
         Le(u"RETORNO/000000000000002-pro-rec.txt"_s).contains(";0;204;Rejeicao: Duplicidade"));
 }
