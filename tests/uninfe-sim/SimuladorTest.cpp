@@ -119,8 +119,8 @@ TEST_F(SimuladorTest, LoteEAutorizacao) {
                               "</digVal><cStat>100</cStat>"));
     // Sent again, an authorised sale is a duplicate.
     Envia();
-    EXPECT_TRUE(
-        Le(u"RETORNO/000000000000002-pro-rec.txt"_s).contains(";0;204;Rejeicao: Duplicidade"));
+    EXPECT_TRUE(Le(u"RETORNO/000000000000002-pro-rec.txt"_s)
+                    .contains(";0;204;Rejeicao: Duplicidade de NF-e [nRec:31"));
 }
 
 TEST_F(SimuladorTest, Rejeicao) {
