@@ -2,7 +2,6 @@
 #include "context/Servidor.h"
 #include "support/AmbienteVirtual.h"
 
-#include <QSet>
 #include <gtest/gtest.h>
 
 namespace nfce::teste {
@@ -20,85 +19,55 @@ struct Agenda {
     }
     void Roda(const QString& tarefa) {
         rodadas.append(tarefa);
-        if (aoRodar) aoRodar();
+        aoRodar();
     }
 
     AmbienteVirtual ambiente;
     Servidor s;
     TimerVendas timer;
     QStringList rodadas;
-    std::function<void()> aoRodar;
+    std::function<void()> aoRodar = [] {};
 };
 
 const QStringList Todas = {u"EnviaPendentes"_s, u"AtEnvioTime"_s, u"CmdExportar"_s};
 
-TEST(Agenda, TabelaDeHorarios) {
-    const QStringList& horarios = HorariosDeEnvio();
-    EXPECT_EQ(horarios.size(), 47);
-    EXPECT_EQ(QSet<QString>(horarios.begin(), horarios.end()).size(), 47);
-    for (const QString& h : horarios)
-        EXPECT_TRUE(QTime::fromString(h, u"HH:mm"_s).isValid()) << h.toStdString();
-}
-
 // The time is read before the 23-second wait; a match runs the three tasks in order.
 TEST(Agenda, UmTiqueRodaSoNosHorariosDaTabela) {
-    struct Caso {
-        QTime hora;
-        bool roda;
-        QString horaLida;
-    };
-    const Caso casos[] = {
-        {QTime(13, 10, 0), true, u"13:10"_s},  {QTime(13, 5, 0), false, u"13:05"_s},
-        {QTime(19, 50, 0), false, u"19:50"_s}, {QTime(20, 50, 30), false, u"20:50"_s},
-        {QTime(19, 40, 0), true, u"19:40"_s},  {QTime(0, 33, 0), true, u"00:33"_s},
-        {QTime(7, 0, 50), true, u"07:00"_s},   {QTime(6, 59, 59), false, u"06:59"_s},
-        {QTime(23, 50, 59), true, u"23:50"_s}, {QTime(0, 0, 0), false, u"00:00"_s},
-    };
-    for (const Caso& c : casos) {
-        SCOPED_TRACE(c.hora.toString().toStdString());
-        Agenda a(c.hora);
+    const std::pair<QTime, bool> casos[] = {{QTime(13, 10, 0), true},  {QTime(13, 5, 0), false},
+                                            {QTime(19, 50, 0), false}, {QTime(20, 50, 30), false},
+                                            {QTime(19, 40, 0), true},  {QTime(0, 33, 0), true},
+                                            {QTime(7, 0, 50), true},   {QTime(6, 59, 59), false},
+                                            {QTime(23, 50, 59), true}, {QTime(0, 0, 0), false}};
+    for (const auto& [hora, roda] : casos) {
+        SCOPED_TRACE(hora.toString().toStdString());
+        Agenda a(hora);
         a.timer.Tique();
-        EXPECT_EQ(a.rodadas, c.roda ? Todas : QStringList());
-        EXPECT_EQ(a.s.painel.lblHora, c.horaLida);
-        EXPECT_EQ(a.s.painel.lblData, u"16/11/2026"_s);
-        EXPECT_EQ(a.ambiente.msAguardados(), c.roda ? 23000 : 25000);
+        EXPECT_EQ(a.rodadas, roda ? Todas : QStringList());
+        EXPECT_EQ(a.s.painel.lblHora + u' ' + a.s.painel.lblData,
+                  hora.toString(u"HH:mm"_s) + u" 16/11/2026"_s);
+        EXPECT_EQ(a.ambiente.msAguardados(), roda ? 23000 : 25000);
     }
 }
 
 // A stop clicked during a tick's waits is undone by a tick that found no match, and kept by
-// one that ran the tasks.
-TEST(Agenda, PararDuranteOTiqueSoValeQuandoHouveRodada) {
+// one that ran the tasks. Ticks during a tick's wait or run, during a run started at once, or
+// with the timer stopped, do nothing.
+TEST(Agenda, PararETiquesDuranteUmTique) {
     for (const bool roda : {false, true}) {
         Agenda a(roda ? QTime(8, 0) : QTime(8, 1));
         a.ambiente.Agenda(10000, [&] { a.s.painel.TimerVendasAtivo = false; });
         a.timer.Tique();
         EXPECT_EQ(a.s.painel.TimerVendasAtivo, !roda);
     }
-}
-
-TEST(Agenda, TimerDesligadoNaoFazNada) {
-    Agenda a(QTime(13, 10));
-    a.s.painel.TimerVendasAtivo = false;
-    a.timer.Tique();
-    EXPECT_TRUE(a.rodadas.isEmpty());
-    EXPECT_EQ(a.ambiente.msAguardados(), 0);
-}
-
-// Ticks that arrive during the wait or the run of a tick, or during a run started at once,
-// are ignored: the tasks run once.
-TEST(Agenda, TiquesDentroDeUmTiqueSaoIgnorados) {
     Agenda a(QTime(13, 10));
     a.ambiente.Agenda(5000, [&] { a.timer.Tique(); });
     a.aoRodar = [&] { a.timer.Tique(); };
     a.timer.Tique();
-    EXPECT_EQ(a.rodadas, Todas);
+    a.timer.RodaAgora();
+    a.s.painel.TimerVendasAtivo = false;
+    a.timer.Tique();
+    EXPECT_EQ(a.rodadas, Todas + Todas);
     EXPECT_EQ(a.ambiente.msAguardados(), 23000);
-
-    Agenda agora(QTime(9, 1));
-    agora.aoRodar = [&] { agora.timer.Tique(); };
-    agora.timer.RodaAgora();
-    EXPECT_EQ(agora.rodadas, Todas);
-    EXPECT_EQ(agora.ambiente.msAguardados(), 0);
 }
 
 } // namespace

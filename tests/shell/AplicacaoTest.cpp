@@ -1,145 +1,110 @@
 #include "shell/Aplicacao.h"
 #include "Simulador.h"
-#include "storage/ErroExecucao.h"
+#include "shell/janela/FrmPrincipal.h"
+#include "shell/tray/clsPharos.h"
 #include "storage/Pastas.h"
-#include "support/Erros.h"
+#include "support/Avisos.h"
 #include "support/ProgramaDeExemplo.h"
 
+#include <QDir>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPushButton>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace nfce::teste {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-// The server of a ready program folder with sample sales.
+// The window over a ready program folder with sample sales, its server on a virtual clock.
 class AplicacaoTest : public ProgramaDeExemplo {
 protected:
     void SetUp() override {
+        // The offscreen platform warns about window calls it cannot honour.
+        if (QGuiApplication::platformName() == u"offscreen"_s) avisosDaPlataforma.emplace();
         ProgramaDeExemplo::SetUp();
         app = std::make_unique<Aplicacao>(pasta.caminho(), ambiente, [this] { ++fins; });
+        janela = std::make_unique<FrmPrincipal>(*app);
     }
-    void LigaUniNfe() {
-        sim = std::make_unique<uninfesim::Simulador>(pasta.caminho());
-        ambiente.AoBombear([this] { sim->Processa(ambiente.Agora()); });
-    }
+    void Clica(const QString& botao) { janela->findChild<QPushButton*>(botao)->click(); }
     Servidor& s() { return app->servidor(); }
-    QString Texto(const QString& sql, bool remota = false) {
-        Registros rs;
-        if (remota)
-            s().conexoes.AbreConsultaRemota(rs, sql);
-        else
-            s().conexoes.AbreConsulta(rs, sql);
-        return rs.Eof() ? QString() : rs.Texto(u"n"_s);
-    }
 
+    std::optional<AvisosEsperados> avisosDaPlataforma;
     std::unique_ptr<Aplicacao> app;
-    std::unique_ptr<uninfesim::Simulador> sim;
+    std::unique_ptr<FrmPrincipal> janela;
     int fins = 0;
 };
 
-TEST_F(AplicacaoTest, PartidaLeEmpresaFazPastasEReenfileira) {
-    s().conexoes.PreparaConexaoPrincipal();
-    s().conexoes.ReabreConexao();
-    s().conexoes.Executa(u"UPDATE vendas SET enviotime = 1, tempo = '0' WHERE cupom = 101"_s);
-    app->Form_Load(false);
-
-    EXPECT_EQ(s().empresa.Cnpj, u"11222333000181"_s);
-    EXPECT_EQ(s().empresa.Serie, u"001"_s);
-    EXPECT_EQ(s().empresa.Cep, u"30130000"_s);
+// Start-up; the window mirrors the panel (its picture kept with the test results); without a
+// notification area it stays on screen, and closing or "Fechar" minimises it.
+TEST_F(AplicacaoTest, PartidaJanelaEBotoes) {
+    janela->Form_Load(false);
     for (const QString& p : {u"LOG"_s, u"11222333000181/Envio"_s, u"11222333000181/Validar"_s})
         EXPECT_TRUE(PastaExiste(Caminho(pasta.caminho(), p))) << p.toStdString();
-    EXPECT_EQ(s().painel.LblQuantCup, QString());
-    EXPECT_TRUE(s().painel.TimerVendasAtivo);
-    EXPECT_TRUE(ambiente.registro.filter(u"Conexão"_s).isEmpty())
-        << ambiente.registro.join(u'\n').toStdString();
-    EXPECT_EQ(Texto(u"SELECT enviotime AS n FROM vendas WHERE cupom = 101"_s), u"0"_s);
     // 0.05 s in the start-up routine, 5 s, then AtEnvioTime's minute.
     EXPECT_EQ(ambiente.msAguardados(), 65050);
-}
 
-TEST_F(AplicacaoTest, PartidaSemConfiguracaoOuEmpresaFalha) {
-    struct Caso {
-        QString nome;
-        std::function<void()> estraga;
-        int erro;
-    };
-    const Caso casos[] = {
-        {u"sem Empresa.Bin"_s, [&] { QFile::remove(pasta.Caminho(u"Empresa.Bin"_s)); },
-         ErroArquivoNaoEncontrado},
-        {u"sem Config.ini"_s, [&] { QFile::remove(pasta.Caminho(u"Config.ini"_s)); },
-         ErroArquivoNaoEncontrado},
-        {u"TEMP grande demais"_s, [&] { Configura({u"TEMP=70000"_s}); }, ErroEstouro},
-    };
-    for (const Caso& c : casos) {
-        SCOPED_TRACE(c.nome.toStdString());
-        c.estraga();
-        EXPECT_EQ(ErroDe([&] { app->Form_Load(false); }).numero(), c.erro);
-        CriaPastaPrograma(pasta.Caminho(u"outra"_s), false, ambiente.Data());
-        for (const QString& arquivo : {u"Empresa.Bin"_s, u"Config.ini"_s})
-            QFile::copy(pasta.Caminho(u"outra/"_s + arquivo), pasta.Caminho(arquivo));
-        Configura({});
-        QDir(pasta.Caminho(u"outra"_s)).removeRecursively();
-    }
-}
+    const std::pair<QString, QString Painel::*> campos[] = {
+        {u"LblMens01"_s, &Painel::LblMens01}, {u"LblMens02"_s, &Painel::LblMens02},
+        {u"LblMens03"_s, &Painel::LblMens03}, {u"LblQuantCup"_s, &Painel::LblQuantCup},
+        {u"lblHora"_s, &Painel::lblHora},     {u"lblData"_s, &Painel::lblData}};
+    for (const auto& [nome, campo] : campos)
+        s().painel.*campo = u"texto de "_s + nome;
+    janela->Espelha();
+    for (const auto& [nome, campo] : campos)
+        EXPECT_EQ(janela->findChild<QLabel*>(nome)->text(), u"texto de "_s + nome);
+    EXPECT_FALSE(janela->findChild<QPushButton*>(u"CmdExportar"_s)->isEnabled());
+    const QImage imagem = janela->grab().toImage();
+    QDir().mkpath(QStringLiteral(NFCE_ARTEFATOS));
+    EXPECT_TRUE(imagem.save(QStringLiteral(NFCE_ARTEFATOS "/FrmPrincipal.png")));
+    QImage lisa(imagem.size(), imagem.format());
+    lisa.fill(imagem.pixel(0, 0));
+    EXPECT_NE(imagem, lisa) << "nothing drawn";
 
-TEST_F(AplicacaoTest, BotaoTransmitirSoComVendasOnlineSim) {
-    const std::pair<QStringList, bool> casos[] = {
-        {{u"VENDASONLINE=SIM"_s}, true},
-        {{u"VENDASONLINE=  SIM  "_s}, true},
-        {{u"VENDASONLINE=sim"_s}, false},
-        {{u"VENDASONLINE=SIM|'x'"_s}, false},
-        {{}, false},
-        {{u"VENDASONLINE="_s + QString(100000, u'S')}, false},
-    };
-    for (const auto& [linhas, ativo] : casos) {
-        Configura(linhas);
-        app->Form_Activate();
-        EXPECT_EQ(s().painel.CmdExportarAtivo, ativo) << linhas.join(u' ').left(40).toStdString();
-    }
-}
-
-// Started with "executar agora", the scheduled run (send, re-queue, export) runs during the
-// start-up's wait; the scheduled minute that follows finds nothing left to send or export.
-TEST_F(AplicacaoTest, ExecutarAgoraEDepoisOHorarioDaAgenda) {
-    Configura({u"VENDASONLINESRV=SIM"_s});
-    LigaUniNfe();
-    app->Form_Load(true);
-    EXPECT_EQ(Texto(u"SELECT COUNT(*) AS n FROM vendas WHERE tempo = '1' AND enviotime = 1"_s),
-              u"11"_s);
-    EXPECT_EQ(ambiente.registro.filter(u"(finalizada)"_s).size(), 11);
-
-    ASSERT_LT(ambiente.Agora().time(), QTime(13, 10));
-    ambiente.Avanca(ambiente.Agora().time().msecsTo(QTime(13, 10)));
-    app->TimerVendas_Timer();
-    EXPECT_EQ(ambiente.registro.filter(u"(finalizada)"_s).size(), 11);
-    EXPECT_EQ(Texto(u"SELECT COUNT(*) AS n FROM vendas"_s, true),
-              Texto(u"SELECT COUNT(*) AS n FROM vendas"_s));
-}
-
-TEST_F(AplicacaoTest, PararFecharESair) {
-    app->Form_Load(false);
-    app->CmdParar_Click();
+    ASSERT_FALSE(clsPharos::Disponivel());
+    EXPECT_TRUE(janela->isVisible() && s().painel.TimerVendasAtivo);
+    Clica(u"CmdParar"_s);
     EXPECT_FALSE(s().painel.TimerVendasAtivo);
-    app->cmdOK_Click();
-    EXPECT_TRUE(s().painel.TimerVendasAtivo);
-    app->Form_Unload();
-    EXPECT_FALSE(s().painel.TimerVendasAtivo);
-    EXPECT_EQ(fins, 1);
+    Clica(u"cmdOK"_s);
+    EXPECT_TRUE(s().painel.TimerVendasAtivo && janela->isMinimized());
+    janela->mnuPopup_Click(u"Balloon Tip"_s);
+    EXPECT_FALSE(janela->isMinimized());
+    EXPECT_TRUE(janela->close() == false && janela->isMinimized());
+    janela->mnuPopup_Click(u"Exit"_s);
+    EXPECT_TRUE(fins == 1 && !s().painel.TimerVendasAtivo);
     EXPECT_EQ(ambiente.registro.last(), u"Servidor NFC-e encerrado"_s);
 }
 
-// An error that escapes a button's routine is shown, and the server goes on.
-TEST_F(AplicacaoTest, ErroNumBotaoEMostradoENaoDerruba) {
-    Configura({u"VENDASONLINESRV=SIM"_s});
-    app->Form_Load(false);
+// "Executar agora" runs the schedule's tasks during the start-up; the next scheduled minute
+// finds nothing left. An error that escapes a button's routine is shown; the server goes on.
+TEST_F(AplicacaoTest, ExecutarAgoraAgendaEErroNumBotao) {
+    Configura({u"VENDASONLINE=SIM"_s, u"VENDASONLINESRV=SIM"_s});
+    uninfesim::Simulador sim(pasta.caminho());
+    ambiente.AoBombear([&] { sim.Processa(ambiente.Agora()); });
+    janela->Form_Load(true);
+    EXPECT_EQ(ambiente.registro.filter(u"(finalizada)"_s).size(), 11);
+    ambiente.Avanca(ambiente.Agora().time().msecsTo(QTime(13, 10)));
+    app->TimerVendas_Timer();
+    EXPECT_EQ(ambiente.registro.filter(u"(finalizada)"_s).size(), 11);
+    EXPECT_EQ(ambiente.registro.filter(u"12 de 12 vendas enviados"_s).size(), 1);
     for (const QString& arquivo : {u"loja.db"_s, u"loja.db-wal"_s, u"loja.db-shm"_s})
         QFile::remove(pasta.Caminho(arquivo));
-    app->CmdExportar_Click();
-    ASSERT_EQ(ambiente.mensagens.size(), 1);
-    EXPECT_TRUE(ambiente.mensagens.first().texto.startsWith(u"Exportação: erro "_s))
-        << ambiente.mensagens.first().texto.toStdString();
-    EXPECT_EQ(s().painel.Caption, u"Servidor NFC-e"_s);
+    Clica(u"CmdExportar"_s);
+    EXPECT_TRUE(ambiente.mensagens.size() == 1 &&
+                ambiente.mensagens.first().texto.startsWith(u"Exportação: erro "_s));
+}
+
+// The window answers a right click (its menu) and a double click (a balloon), nothing else.
+TEST(clsPharos, CliquesDoIcone) {
+    clsPharos pharos;
+    QStringList eventos;
+    QObject::connect(&pharos, &clsPharos::RightClick, [&] { eventos << u"direito"_s; });
+    QObject::connect(&pharos, &clsPharos::DoubleClick, [&] { eventos << u"duplo"_s; });
+    for (const int numero : {512, 513, 514, 515, 516, 517, 518, 1027, 1028, 1029, 65536 + 515})
+        pharos.MouseMove(1, numero);
+    EXPECT_EQ(eventos, (QStringList{u"duplo"_s, u"direito"_s}));
 }
 
 } // namespace

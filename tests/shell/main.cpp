@@ -3,8 +3,6 @@
 
 #include "support/Avisos.h"
 
-// The window's tests draw on the X server when there is one (the test command runs them under
-// Xvfb), offscreen otherwise.
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsEmpty("DISPLAY") ? "offscreen" : "xcb");
