@@ -1,5 +1,6 @@
 // The server's side of the exchange with UniNFe, end to end: the key request, the generator and
 // every answer reader against the stand-in, which answers at each pump of the virtual clock.
+#include "emission/PedidoChave.h"
 #include "emission/Retorno.h"
 #include "nfce/GeraNfce.h"
 #include "storage/ArquivoTexto.h"
