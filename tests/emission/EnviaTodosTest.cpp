@@ -1,10 +1,10 @@
 #include "emission/EnviaTodos.h"
 #include "emission/DesfechoDaJanela.h"
 #include "emission/EmiteNfceImprime.h"
+#include "emission/FilaPendentes.h"
+#include "emission/Reenvio.h"
 #include "storage/ErroExecucao.h"
 #include "support/LojaComUniNfe.h"
-
-#include <QDir>
 
 namespace nfce::teste {
 namespace {
@@ -63,12 +63,14 @@ TEST_P(EnviaTodosTest, DesfechoDeUmaVenda) {
     }
 }
 
-// The list, rebuilt from the rows after each sale, goes on after a sale without a date or a
-// time (recorded on it) and after a finished one, and stops at the first other outcome. A
-// click inside a wait starts a second call over the same list and state.
+// An empty list or an unknown number ends quietly, one not a number is shown. The list, rebuilt
+// after each sale, goes on after a sale without a date or a time (recorded on it) and after a
+// finished one, and stops at any other outcome; a click inside a wait starts a second call.
 TEST_P(EnviaTodosTest, SegueAFilaAteUmDesfechoNaoFinal) {
     for (int n = 1001; n <= 1005; ++n)
         Venda(n, n - 924);
+    for (const QString& numero : {QString(), u"999"_s, u"1001; DELETE FROM vendas"_s})
+        Envia(numero.isEmpty() ? QStringList() : QStringList{numero});
     Executa(u"UPDATE vendas SET data = NULL WHERE nfce = 1001"_s);
     Executa(u"UPDATE vendas SET hora = NULL WHERE nfce = 1003"_s);
     sim->DefineCenario(1004, Cenario::Rejeicao(778));
@@ -82,41 +84,13 @@ TEST_P(EnviaTodosTest, SegueAFilaAteUmDesfechoNaoFinal) {
     EXPECT_EQ(Estados(1001, 1005), u"0/1 1/1 0/1 0/1 5/0"_s);
     EXPECT_TRUE(Coluna(u"erro"_s, 1001).startsWith(u"Venda sem data ou hora"_s));
     EXPECT_TRUE(s->painel.TimerVendasAtivo);
-    EXPECT_TRUE(ambiente.mensagens.isEmpty()) << ambiente.mensagens.value(0).texto.toStdString();
+    ASSERT_EQ(ambiente.mensagens.size(), 1) << ambiente.mensagens.value(1).texto.toStdString();
+    EXPECT_EQ(ambiente.mensagens[0].titulo + ambiente.mensagens[0].texto.left(3), u"Atenção13\n"_s);
 }
 
-// Offline first, UniNFe only validates the document; marked as contingency or as failed, the
-// next call hands that validated XML to Envio instead of generating it again.
-TEST_P(EnviaTodosTest, ReenviaOXmlValidado) {
-    Venda(1001, 77);
-    Envia({u"1001"_s}, u"9"_s);
-    ASSERT_TRUE(Existe(u"Validar\\Validado\\"_s + Coluna(u"chave"_s, 1001) + u"-nfe.xml"_s));
-    const QStringList gerados = QDir(NaEmpresa(u"Validar"_s)).entryList(QDir::Files);
-    for (const QString& marca :
-         {u"tempo = '9'"_s, u"tempo = '8'"_s, u"erro = 'ERRO AO INVOCAR'"_s}) {
-        Executa(u"UPDATE vendas SET tempo = '5', erro = '', enviotime = 0, "_s + marca);
-        Envia({u"1001"_s});
-        EXPECT_EQ(Coluna(u"tempo"_s, 1001), u"1"_s) << marca.toStdString();
-        EXPECT_EQ(QDir(NaEmpresa(u"Validar"_s)).entryList(QDir::Files), gerados);
-    }
-    EXPECT_TRUE(ambiente.mensagens.isEmpty());
-}
-
-// An empty list or an unknown number ends quietly; a number that is not one is shown, unused.
-TEST_P(EnviaTodosTest, FilaVaziaDesconhecidaOuInvalida) {
-    Venda(1001, 77, u"1"_s);
-    for (const QString& numero : {QString(), u"1001"_s, u"999"_s, u"1001; DELETE FROM vendas"_s})
-        Envia(numero.isEmpty() ? QStringList() : QStringList{numero});
-    ASSERT_EQ(ambiente.mensagens.size(), 1);
-    EXPECT_EQ(ambiente.mensagens[0].titulo, u"Atenção"_s);
-    EXPECT_TRUE(ambiente.mensagens[0].texto.startsWith(u"13\n"_s));
-    EXPECT_EQ(Conta(u"vendas"_s), 1);
-}
-
-// The printing module. Offline contingency (9): the validated XML printed when asked, the row
-// whose cupom is the number marked 8, the quote marked emitted with it; online (1), or after a
-// conversion error (shown), none of it. NFC-e 1001 is cupom 77 from quote 40; cupom 1001 is
-// NFC-e 2002.
+// The printing module offline (9): the validated XML printed when asked, the row whose cupom is
+// the number marked 8, the quote marked emitted; online (1), or after a conversion error (shown),
+// none of it. NFC-e 1001 is cupom 77 from quote 40; cupom 1001 is NFC-e 2002.
 TEST_P(EnviaTodosTest, EmiteNfceImprimeNaContingencia) {
     // emission type, printing, from a quote, conversion error
     const std::tuple<QString, bool, bool, bool> casos[] = {{u"9"_s, true, true, false},
@@ -124,14 +98,14 @@ TEST_P(EnviaTodosTest, EmiteNfceImprimeNaContingencia) {
                                                            {u"9"_s, true, false, false},
                                                            {u"1"_s, true, true, false},
                                                            {u"9"_s, true, true, true}};
+    Executa(u"INSERT INTO orcamento (cupom) VALUES (40)"_s);
+    s->painel.lblData = u"15/11/2026"_s;
+    s->painel.lblHora = u"10:20:30"_s;
     for (const auto& [tipo, imprime, orcamento, falha] : casos) {
         Limpa();
-        Executa(u"DELETE FROM orcamento"_s);
-        Executa(u"INSERT INTO orcamento (cupom) VALUES (40)"_s);
+        Executa(u"UPDATE orcamento SET emitido = '', cupomnfce = 0"_s);
         Venda(1001, 77);
         Venda(2002, 1001);
-        s->painel.lblData = u"15/11/2026"_s;
-        s->painel.lblHora = u"10:20:30"_s;
         EstadoVenda& v = s->venda;
         std::tie(v.NumCupom, v.NumNfce, v.NumOrcamento) = std::tuple(77, 1001, 40);
         std::tie(v.TipoEmissao, v.ImprimeCupom, v.VendaOrcamento) =
@@ -149,18 +123,108 @@ TEST_P(EnviaTodosTest, EmiteNfceImprimeNaContingencia) {
                   marca ? u"85"_s : u"55"_s);
         EXPECT_EQ(Colunas(u"orcamento WHERE cupom = 40"_s, u"emitido,cupomnfce"_s),
                   marca && orcamento ? u"S|1001"_s : u"|0"_s);
-        EXPECT_EQ(ambiente.mensagens.size(), int(falha))
-            << tipo.toStdString() << imprime << orcamento;
+        EXPECT_EQ(ambiente.mensagens.size(), int(falha)) << tipo.toStdString() << imprime;
     }
     ASSERT_EQ(ambiente.mensagens.size(), 1);
     EXPECT_EQ(ambiente.mensagens[0].titulo, u"Atenção"_s);
-    EXPECT_TRUE(ambiente.mensagens[0].texto.startsWith(
+    EXPECT_EQ(ambiente.mensagens[0].texto, s->venda.Mensagem);
+    EXPECT_TRUE(s->venda.Mensagem.startsWith(
         u"Cupom NFC-e : 001001\nNão Foi Emitido, Favor tentar reenviar e autorizar.\n"_s));
-    EXPECT_EQ(s->venda.Mensagem, ambiente.mensagens[0].texto);
     for (const QString& numero : {u""_s, u"abc"_s, u"0"_s})
         EXPECT_THROW(EmiteNfceImprime(*s, numero), ErroExecucao) << numero.toStdString();
 }
 
+class FilaPendentesTest : public Loja {
+protected:
+    // Sales numbered on from 101, cupom 200 less the number: "data, tempo, enviotime" each.
+    void Vendas(const QStringList& linhas) {
+        for (const QString& linha : linhas) {
+            const int n = 101 + Conta(u"vendas"_s);
+            Executa(u"INSERT INTO vendas (cupom, nfce, autorizacao, data, tempo, enviotime) "
+                    "VALUES (%1, %2, '', %3)"_s.arg(QString::number(200 - n), QString::number(n),
+                                                    linha));
+        }
+    }
+    QString Envios() {
+        QString envios;
+        for (int nfce = 101; nfce <= 100 + Conta(u"vendas"_s); ++nfce)
+            envios += Coluna(u"enviotime"_s, nfce);
+        return envios;
+    }
+};
+
+// Today's sales not finished, numbered, not sent and not authorised, by cupom; 0.01 s per sale
+// copied and 0.01 s after them, the second routine 0.02 s first. With none, the list and the
+// count stay as they were.
+TEST_P(FilaPendentesTest, SoAsVendasDeHojeNaoEnviadasEmOrdemDeCupom) {
+    for (const auto& [consulta, vazia, cheia] :
+         {std::tuple(&ConsultaGrid, 0, 40), {&ConsultaGrid01, 20, 60}}) {
+        Limpa();
+        Vendas({u"'2026-11-14', '0', 0"_s});
+        PoeNaFila({u"7"_s});
+        s->painel.LblQuantCup = u"5"_s;
+        for (const auto& [ms, fila] : {std::pair(vazia, u"7 5"_s), {cheia, u"104 103 102 3"_s}}) {
+            s->painel.TimerVendasAtivo = false;
+            const qint64 antes = ambiente.msAguardados();
+            consulta(*s);
+            EXPECT_EQ(ambiente.msAguardados() - antes, ms);
+            EXPECT_EQ(Fila().join(u' ') + u' ' + s->painel.LblQuantCup, fila);
+            EXPECT_TRUE(s->painel.TimerVendasAtivo);
+            if (Conta(u"vendas"_s) > 1) continue;
+            Vendas({u"'2026-11-15', '', 0"_s, u"'2026-11-15', '0', 0"_s, u"'2026-11-15', '9', 0"_s,
+                    u"'2026-11-15', '1', 0"_s, u"'2026-11-15', '0', 1"_s, u"'2026-11-16', '0', 0"_s,
+                    u"NULL, '0', 0"_s, u"'2026-11-15', '0', 0"_s, u"'2026-11-15', '0', 0"_s});
+            Executa(u"UPDATE vendas SET autorizacao = '1312' WHERE nfce = 109"_s);
+            Executa(u"UPDATE vendas SET nfce = 0 WHERE nfce = 110"_s);
+        }
+    }
+}
+
+// Sent sales back in the queue: by AtEnvioTime of any date (then a minute's wait, the list
+// left as it was), by EnvioTime this month's up to today, by EnvioTime01 those from
+// 01/06/2021; never a finished one, one without a number or one not sent.
+TEST_P(FilaPendentesTest, PeriodoDeCadaReenvio) {
+    Vendas({u"'2026-11-15', '0', 1"_s, u"'2026-11-01', '9', 1"_s, u"'2026-10-31', '', 1"_s,
+            u"'2021-06-01', '0', 1"_s, u"'2021-05-31', '0', 1"_s, u"'2026-11-16', '0', 1"_s,
+            u"NULL, '0', 1"_s, u"'2026-11-15', '1', 1"_s, u"'2026-11-15', '0', 0"_s,
+            u"'2026-11-15', '0', 1"_s});
+    Executa(u"UPDATE vendas SET autorizacao = '131' WHERE nfce = 101"_s);
+    Executa(u"UPDATE vendas SET nfce = 0 WHERE nfce = 110"_s);
+    PoeNaFila({u"7"_s});
+    AtEnvioTime(*s);
+    EXPECT_EQ(Envios() + Fila().join(u' '), u"0000000107"_s);
+    EXPECT_EQ(ambiente.msAguardados(), 60000);
+    EXPECT_EQ(s->fila.HoraReenvio, u"10:20"_s);
+    EXPECT_TRUE(s->painel.TimerVendasAtivo);
+    for (const auto& [reenvio, envios] :
+         {std::pair(&EnvioTime, u"001111110"_s), {&EnvioTime01, u"000011110"_s}}) {
+        Executa(u"UPDATE vendas SET enviotime = 1 WHERE nfce <> 109"_s);
+        reenvio(*s, [] {});
+        EXPECT_EQ(Envios(), envios);
+    }
+    EXPECT_EQ(Coluna(u"enviotime"_s, 0), u"1"_s);
+}
+
+// One round more than the sales counted, each sending in mode NC1, until the list is empty.
+TEST_P(FilaPendentesTest, UmaRodadaAMaisQueAContagem) {
+    for (const auto reenvio : {&EnvioTime, &EnvioTime01}) {
+        for (int pendentes : {0, 1, 3}) {
+            Executa(u"DELETE FROM vendas"_s);
+            Vendas(QStringList(pendentes, u"'2026-11-15', '0', 1"_s));
+            s->painel.LblQuantCup.clear();
+            QStringList modos;
+            reenvio(*s, [&] { // as EnviaTodos: the first listed sale ends finished
+                modos.append(s->venda.ModoRetorno);
+                Executa(u"UPDATE vendas SET tempo = '1', enviotime = 1 WHERE nfce = '%1'"_s.arg(
+                    Fila().value(0)));
+            });
+            EXPECT_EQ(modos, QStringList(pendentes == 0 ? 0 : pendentes + 1, u"NC1"_s));
+            EXPECT_EQ(Conta(u"vendas"_s, u"tempo <> '1'"_s), 0);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Motores, FilaPendentesTest, ::testing::ValuesIn(Motores()), NomeDoMotor);
 INSTANTIATE_TEST_SUITE_P(Motores, EnviaTodosTest, ::testing::ValuesIn(Motores()), NomeDoMotor);
 
 } // namespace
