@@ -101,8 +101,8 @@ TEST_P(EnviaPendentesTest, DuplicidadeDepoisDeUmaQueda) {
 }
 
 // The first of two sales meets a bad row, a bad answer or a fault: what is the sale's own stays
-// with it; a missing folder ends the pass silently (76), a folder in a file's way (root writes
-// through any permission) is shown (75); a full disk or a read-only database end the pass.
+// with it; a file in a folder's way ends the pass silently (76), a folder in a file's way (root
+// writes through any permission) is shown (75); a full disk or a read-only database end it.
 TEST_P(EnviaPendentesTest, UmaVendaRuimOuUmaFalha) {
     struct Caso {
         QString caso; // a change to the first sale's row, a path blocked, or its answer's scenario
@@ -122,20 +122,20 @@ TEST_P(EnviaPendentesTest, UmaVendaRuimOuUmaFalha) {
     const QString txt = u"Validar/000000#_18123456000104_001_15_11_2026-nfe.txt"_s;
     const QString parou = u"interrompido: erro"_s;
     std::vector<Caso> casos = {
-        {u"vendas SET hora = NULL"_s, {}, {}, 0, u"Venda sem hora"_s, u"0|11|1"_s},
-        {dinheiro, {}, {}, 0, u"fora do limite"_s, u"0|11|1"_s},
-        {u"chave-falsa {outra}"_s, {}, {}, 0, u"chave inválida"_s, u"5|01|1"_s},
-        {u"protocolo-chave {outra}"_s, {}, {}, 0, {}, u"5|01|1"_s},
-        {u"Envio"_s, {}, u"erro 76 Caminho não encontrado"_s, 0, {}, u"5|05|0"_s},
-        {txt, {}, u"75\nErro de acesso ao caminho/arquivo"_s, 1, {}, u"5|01|1"_s},
-        {u"Envio/0000000#-gerar-chave.xml"_s, {}, u"75\n"_s, 1, {}, u"1|11|1"_s},
-        {{}, daVenda, {}, 0, u"Venda sem itens"_s, u"0|11|1"_s},
-        {{}, disco, parou + u" 61"_s, 1, u"Disco cheio"_s, u"5|05|0"_s},
-        {{}, leitura, parou, 1, {}, u"5|05|0"_s},
+        {u"vendas SET hora = NULL"_s, {}, {}, 0, u"Venda sem hora"_s, u"0|1 1|1"_s},
+        {dinheiro, {}, {}, 0, u"fora do limite"_s, u"0|1 1|1"_s},
+        {u"chave-falsa {outra}"_s, {}, {}, 0, u"chave inválida"_s, u"5|0 1|1"_s},
+        {u"protocolo-chave {outra}"_s, {}, {}, 0, {}, u"5|0 1|1"_s},
+        {u"Envio"_s, {}, u"erro 76 Caminho não encontrado"_s, 0, {}, u"5|0 5|0"_s},
+        {txt, {}, u"75\nErro de acesso ao caminho/arquivo"_s, 1, {}, u"5|0 1|1"_s},
+        {u"Envio/0000000#-gerar-chave.xml"_s, {}, u"75\n"_s, 1, {}, u"1|1 1|1"_s},
+        {{}, daVenda, {}, 0, u"Venda sem itens"_s, u"0|1 1|1"_s},
+        {{}, disco, parou + u" 61"_s, 1, u"Disco cheio"_s, u"5|0 5|0"_s},
+        {{}, leitura, parou, 1, {}, u"5|0 5|0"_s},
     };
     if (EmSqlite()) // what only its untyped columns let the tills leave
         casos.push_back(
-            {u"vendas SET cupom = 'a|\"'"_s, {}, {}, 0, u"vendas.cupom"_s, u"5|01|1"_s});
+            {u"vendas SET cupom = 'a|\"'"_s, {}, {}, 0, u"vendas.cupom"_s, u"5|0 1|1"_s});
     int n = 100;
     for (const Caso& c : casos) { // "#": the first sale's NFC-e; {outra}: an earlier sale's key
         n += 10;
@@ -171,7 +171,7 @@ TEST_P(EnviaPendentesTest, UmaVendaRuimOuUmaFalha) {
         EXPECT_EQ(ambiente.mensagens.size(), c.mensagens);
         EXPECT_EQ(ambiente.mensagens.value(0).titulo, c.mensagens ? u"Atenção *"_s : QString());
         EXPECT_TRUE(Coluna(u"erro"_s, n + 1).contains(c.erro));
-        EXPECT_EQ(Estado(n + 1) + Estado(n + 2), c.estados);
+        EXPECT_EQ(Estado(n + 1) + u' ' + Estado(n + 2), c.estados);
         if (bloqueio && QFile::remove(NaEmpresa(caso))) QDir().mkpath(NaEmpresa(caso));
         Executa(u"UPDATE vendas SET enviotime = 1"_s); // out of the next case's pass
     }
