@@ -1,139 +1,109 @@
 #include "CenarioRetorno.h"
 
+#include "emission/PedidoChave.h"
+#include "emission/RespostaUniNfe.h"
 #include "emission/Retorno.h"
-#include "storage/ErroExecucao.h"
+#include "support/Erros.h"
 
 namespace nfce::teste {
 namespace {
-
-using namespace Qt::StringLiterals;
 
 using LeituraRetornoTest = CenarioRetorno;
 
 const QString Base = u"Retorno/000001234_18123456000104_001_15_11_2026"_s;
 
-// UniNFe's conversion answer: "ChaveNFe" at character 37, the key from 47; three looks 0.5 s
-// apart. The key goes to LblMens01, the sale (by cupom) and its quote, when it is this sale's
-// key (or UniNFe's "0"); any other is refused on the sale.
-TEST_P(LeituraRetornoTest, ChaveDaConversao) {
-    const QByteArray k = Chave.toLatin1();
-    const auto conversao = [](const QByteArray& chave) {
-        return "cStat=01\r\nxMotivo=Conversão efetuada com sucesso.\r\n"
-               "Nota fiscal: 000001234 Serie: 001 - ChaveNFe: " +
-               chave + "\r\n";
+TEST_P(LeituraRetornoTest, PedidoDeChaveSemCnf) {
+    EXPECT_EQ(Espera([&] { PedeChave(*s, 1234, u"2611"_s, 9); }), 1000);
+    EXPECT_EQ(Le(u"Envio/0000001234-gerar-chave.xml"_s),
+              "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<gerarChave>\r\n <UF>31</UF>\r\n"
+              " <tpEmis>9</tpEmis>\r\n <nNF>1234</nNF>\r\n <serie>001</serie>\r\n"
+              " <AAMM>2611</AAMM>\r\n <CNPJ>18123456000104</CNPJ>\r\n <mod>65</mod>\r\n"
+              "</gerarChave>\r\n");
+}
+
+// The key answers: ten looks 0.5 s (XML) or 1 s (text) apart, the key stored on the NFC-e
+// number; the conversion answer three looks 0.5 s apart, the key in LblMens01, the sale (by
+// cupom) and its quote. A refused key raises, goes to erro and the log.
+TEST_P(LeituraRetornoTest, Chave) {
+    using Leitura = QString (*)(Servidor&);
+    const Leitura xml = [](Servidor&s) { return LeChaveXml(s, 1234); },
+                  txt = [](Servidor&s) { return LeChaveTxt(s, 1234); }, nfe = LeChaveNfe;
+    const QByteArray k = Chave.toLatin1(), sql = "'; DROP TABLE vendas; |x|",
+                     pedida =
+                         "<?xml version=\"1.0\" encoding=\"utf-8\"?><retGerarChave><chaveNFe>" + k +
+                         "</chaveNFe>",
+                     convertida = "cStat=01\r\nNota fiscal: 000001234 Serie: 001 - ChaveNFe: " + k;
+    const QString p = u"Retorno/0000001234-ret-gerar-chave."_s, c = Base + u"-nfe.txt"_s;
+    const std::tuple<Leitura, QString, QByteArray, qint64, QString> casos[] = {
+        // reader, answer file, answer (appearing after ms; "-" none), then ("K" the key, "I"
+        // the refusal): key read|error|sale's key|sale's erro|sale 900's key|quote's key|
+        // LblMens01|ms waited|log lines
+        {xml, p + "xml", pedida, 3200, "K||K||K|||4010|0"},
+        {txt, p + "txt", "-", 0, "|||||||10000|0"},
+        {txt, p + "txt", sql, 0, "|I||I||||1000|1"},
+        {nfe, c, convertida, 800, "K||K|||K|K|1000|0"},
+        {nfe, c, "-", 0, "|||||||1500|0"},
+        {nfe, c, convertida.left(56) + sql, 0, "|I||I||||0|1"},
     };
-    const QString recusa = u"chave inválida recebida do UniNFe"_s;
-    const std::tuple<QByteArray, qint64, QString, qint64, QString> casos[] = {
-        // answer (appearing after ms; "-" none), key, virtual time, erro
-        {conversao(k), 0, Chave, 0, {}},
-        {conversao(k), 800, Chave, 1000, {}},
-        {conversao("0"), 0, u"0"_s, 0, {}},
-        {"-", 0, {}, 1500, {}},
-        {conversao(k).replace("ChaveNFe: ", "ChaveNFe: '; --"), 0, {}, 0, recusa},
-        {conversao(k) + QByteArray(1 << 20, ' '), 0, {}, 1500, {}},
-    };
-    for (const auto& [resposta, apareceEm, chave, ms, erro] : casos) {
-        SCOPED_TRACE(resposta.left(120).toStdString());
+    for (const auto& [leitura, arquivo, resposta, apareceEm, esperado] : casos) {
+        SCOPED_TRACE(arquivo.toStdString() + resposta.left(60).toStdString());
         Reinicia();
         s->painel.LblMens01.clear();
-        if (resposta != "-")
-            ambiente.Agenda(ambiente.Monotonico() + apareceEm,
-                            [&] { Grava(Base + u"-nfe.txt"_s, resposta); });
-        const qint64 antes = ambiente.msAguardados();
-        QString lida;
-        try {
-            lida = LeChaveNfe(*s);
-        } catch (const ErroExecucao& e) {
-            EXPECT_EQ(e.descricao(), recusa);
-        }
-        EXPECT_EQ(lida, chave);
-        EXPECT_EQ(ambiente.msAguardados() - antes, ms);
-        EXPECT_EQ(s->painel.LblMens01 + DaVenda(u"chave"_s) + Colunas(u"orcamento"_s, u"chave"_s),
-                  chave + chave + chave);
-        EXPECT_EQ(DaVenda(u"erro"_s), erro);
-        EXPECT_EQ(DaVenda(u"chave"_s, 1234) + DaVenda(u"chave"_s, 900), u""_s);
+        GravaEm(apareceEm, arquivo, resposta);
+        QString lida, erro;
+        const qint64 ms = Espera([&] { erro = ErroDe([&] { lida = leitura(*s); }).descricao(); });
+        EXPECT_EQ(QStringList({lida, erro, DaVenda(u"chave,erro"_s), DaVenda(u"chave"_s, 900),
+                               Colunas(u"orcamento"_s, u"chave"_s), s->painel.LblMens01,
+                               QString::number(ms), QString::number(ambiente.registro.size())})
+                      .join(u'|'),
+                  QString(esperado).replace(u"K"_s, Chave).replace(u"I"_s, ChaveInvalida));
     }
 }
 
-// "Segmento" lines add their code, characters 10 to 12; an empty file is no answer yet.
+// Stored with enviotime 1 after 0.2 s, cut to the column (three UTF-8 bytes a euro sign: it
+// takes 21 845 characters); an empty file is no answer yet.
 TEST_P(LeituraRetornoTest, ErroDeConversao) {
-    const QByteArray erro = "cStat=99\r\nxMotivo=Falha na conversão\r\nMensagemErro=Layout: "
-                            "W02|...|\r\nSegmento [I]: tag <cProd> deve ser informada.\r\n"
-                            "\tLinha: 12: Conteudo do segmento: I|...\r\n";
+    const QByteArray longo =
+        "xMotivo=F\r\n" + QByteArray("Segmento \x80\x80\x80\r\n").repeated(8000);
     const QString falha = u"Falha na Conversao da NFC-e - "_s;
     const std::tuple<QByteArray, QString, QString> casos[] = {
-        {erro, falha + u"[I]"_s, u"1"_s},
-        {erro + "Segmento [W02]: tag <vBC>", falha + u"[I][W0"_s, u"1"_s},
-        {"Segmento 'x'|y", u"'x'"_s, u"1"_s},
+        {"xMotivo=Falha\r\nSegmento [I]: tag <cProd>", falha + u"[I]"_s, u"1"_s},
         {"", u""_s, u"0"_s},
-        {"-", u""_s, u"0"_s},
+        {longo, falha + QString(24000, QChar(0x20ac)), u"1"_s},
     };
     for (const auto& [resposta, mensagem, enviotime] : casos) {
         Reinicia();
-        if (resposta != "-") Grava(Base + u"-nfe.err"_s, resposta);
-        const qint64 antes = ambiente.msAguardados();
-        EXPECT_EQ(LeErroNfe(*s), mensagem);
-        EXPECT_EQ(ambiente.msAguardados() - antes, 200);
-        EXPECT_EQ(DaVenda(u"erro,enviotime"_s), mensagem + u'|' + enviotime);
-    }
-    // Three bytes in UTF-8 for every euro sign: the column takes 21 845 characters.
-    Grava(Base + u"-nfe.err"_s,
-          "xMotivo=F\r\n" + QByteArray("Segmento \x80\x80\x80\r\n").repeated(8000));
-    LeErroNfe(*s);
-    EXPECT_EQ(DaVenda(u"erro"_s), (falha + QString(24000, QChar(0x20ac))).left(21845));
-}
-
-// The last line with a number wins, on the sale with the key; a file without one writes nothing.
-TEST_P(LeituraRetornoTest, Lote) {
-    const std::pair<QByteArray, QString> casos[] = {
-        {"54;", u"54"_s},
-        {"54;\r\n61;", u"61"_s},
-        {"000000000000054;", u"54"_s},
-        {"-", u""_s},
-    };
-    for (const auto& [lotes, lote] : casos) {
-        Reinicia();
-        Executa(u"UPDATE vendas SET chave = '%1' WHERE cupom = 501"_s.arg(Chave));
-        if (lotes != "-") Grava(u"Retorno/"_s + Chave + u"-num-lot.txt"_s, lotes);
-        GravaLote(*s);
-        EXPECT_EQ(DaVenda(u"lote"_s) + DaVenda(u"lote"_s, 1234), lote) << lotes.toStdString();
+        Grava(Base + u"-nfe.err"_s, resposta);
+        EXPECT_EQ(Espera([&] { EXPECT_EQ(LeErroNfe(*s), mensagem); }), 200);
+        EXPECT_EQ(DaVenda(u"erro,enviotime"_s), mensagem.left(21845) + u'|' + enviotime);
     }
 }
 
-// The first lot wins here; the refusal's "Message" in capitals, stored trimmed without quotes,
-// puts the sale back in the queue as rejected.
-TEST_P(LeituraRetornoTest, LoteRecusado) {
-    const QByteArray recusa = "Versão UniNFe|5.0 - 01/01/2024\r\nErrorCode|0000000001\r\nMessage|"
-                              "Rejeicao: CNPJ do emitente d'agua invalido - lote 54 recusado\r\n"
-                              "StackTrace|   at Unimake.Business\r\n";
+// The last lot of "-num-lot.txt" goes to the sale with the key. For a refusal of the lot the
+// first names "-pro-rec.err"; its "Message", in capitals, trimmed and without quotes, puts the
+// sale back in the queue as rejected. TEMP (whole seconds; 0 or none: 2) is read for the wait.
+TEST_P(LeituraRetornoTest, LoteERecusa) {
+    Executa(u"UPDATE vendas SET chave = '%1' WHERE cupom = 501"_s.arg(Chave));
+    Grava(u"Retorno/"_s + Chave + u"-num-lot.txt"_s, "54;\r\n61;");
+    GravaLote(*s);
+    EXPECT_EQ(DaVenda(u"lote"_s) + DaVenda(u"lote"_s, 1234) + DaVenda(u"lote"_s, 900), u"61"_s);
+    const QByteArray recusa = "Versão UniNFe|5.0\r\nErrorCode|0000000001\r\nMessage|"
+                              "Rejeicao: CNPJ do emitente d'agua invalido - lote 54 recusado\r\n";
     const QString mensagem = u"REJEICAO: CNPJ DO EMITENTE D'AGUA INVALIDO - LOTE "_s;
-    const QString guardada = u"REJEICAO: CNPJ DO EMITENTE DAGUA INVALIDO - LOTE"_s;
-    const std::tuple<QByteArray, QString, QByteArray, QString, QString> casos[] = {
-        // lot file, lot of the refusal file, refusal, message, erro
-        {"54;", u"054"_s, recusa, mensagem, guardada},
-        {"54;\r\n61;", u"054"_s, recusa, mensagem, guardada},
-        {"-", u"000"_s, recusa, mensagem, guardada},
-        {"54;", u"054"_s, "Message|  falha  ", u"  FALHA  "_s, u"FALHA"_s},
-        {"54;", u"061"_s, recusa, {}, {}},
-    };
-    for (const auto& [lotes, lote, conteudo, devolvida, erro] : casos) {
-        Reinicia();
+    const QString guardada = u"REJEICAO: CNPJ DO EMITENTE DAGUA INVALIDO - LOTE|0|0"_s;
+    const std::tuple<QByteArray, QString, QString, QString, QString, int> casos[] = {
+        // lot file, lot of the refusal file, message, erro|tempo|enviotime, setting, TEMP read
+        {"54;\r\n61;", "054", mensagem, guardada, "TEMP=7", 7},
+        {"-", "000", mensagem, guardada, "TEMP=0", 2},
+        {"54;", "061", {}, "|5|1", "TMPAMBNFCE=1", 2}};
+    for (const auto& [lotes, lote, devolvida, venda, temp, segundos] : casos) {
+        Reinicia({temp});
         Executa(u"UPDATE vendas SET enviotime = 1"_s);
         if (lotes != "-") Grava(u"Retorno/"_s + Chave + u"-num-lot.txt"_s, lotes);
-        Grava(u"Retorno/000000000000"_s + lote + u"-pro-rec.err"_s, conteudo);
-        const qint64 antes = ambiente.msAguardados();
-        EXPECT_EQ(LeErroRecibo(*s), devolvida);
-        EXPECT_EQ(ambiente.msAguardados() - antes, devolvida.isEmpty() ? 1000 : 1500);
-        EXPECT_EQ(DaVenda(u"erro,tempo,enviotime"_s),
-                  erro + (devolvida.isEmpty() ? u"|5|1"_s : u"|0|0"_s));
-    }
-    // TEMP, whole seconds; 0 or no number means 2.
-    for (const auto& [temp, segundos] : {std::pair(u"TEMP=7"_s, 7),
-                                         {u"TEMP=0"_s, 2},
-                                         {u"TEMP=abc"_s, 2},
-                                         {u"TMPAMBNFCE=1"_s, 2}}) {
-        Reinicia({temp});
-        LeErroRecibo(*s);
+        Grava(u"Retorno/000000000000"_s + lote + u"-pro-rec.err"_s, recusa);
+        EXPECT_EQ(Espera([&] { EXPECT_EQ(LeErroRecibo(*s), devolvida); }),
+                  devolvida.isEmpty() ? 1000 : 1500);
+        EXPECT_EQ(DaVenda(u"erro,tempo,enviotime"_s) + DaVenda(u"tempo"_s, 1234), venda + u'5');
         EXPECT_EQ(s->venda.TempoEspera, segundos);
     }
 }
