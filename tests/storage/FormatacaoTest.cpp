@@ -16,11 +16,16 @@ using namespace Qt::StringLiterals;
 constexpr double Inf = std::numeric_limits<double>::infinity();
 const QString Binario = QString::fromLatin1("\x00\x01\x7f\xff\r", 5);
 const QString MuitosNoves = QString(100000, u'9');
+const Moeda Um = Moeda::deUnidades(1);
 const Moeda Maior = Moeda::deUnidades(std::numeric_limits<qint64>::max());
 const Moeda Menor = Moeda::deUnidades(std::numeric_limits<qint64>::min());
 
 std::string T(const QString& texto) {
     return texto.toStdString();
+}
+
+std::string J(const QStringList& textos) {
+    return textos.join(u'|').toStdString();
 }
 
 TEST(Formatacao, ValLeONumeroDoInicio) {
@@ -48,47 +53,34 @@ TEST(Formatacao, FormataNumeroComSeparadoresBrasileiros) {
         {-Inf, "0", "-inf"},     {std::nan(""), "0", "nan"}};
     for (const auto& [valor, padrao, esperado] : casos)
         EXPECT_EQ(T(FormataNumero(valor, QString::fromLatin1(padrao))), esperado) << valor;
-    EXPECT_EQ(T(FormataNumero(999.995, u"#,##0.00"_s) + u'|' +
-                FormataNumero(-1234567.891, u"#,##0"_s) + u'|' +
-                FormataNumero(1234.5, u"#,###0.000"_s)),
-              "1.000,00|-1.234.568|1.234,500");
+    EXPECT_EQ(J({FormataNumero(999.995, u"#,##0.00"_s), FormataNumero(-1234567.891, u"#,##0"_s),
+                 FormataNumero(1234.5, u"#,###0.000"_s), FormataNumero(Menor, u"#,##0.0000"_s),
+                 FormataNumero(Moeda::deUnidades(-50), u"0.00"_s),
+                 FormataNumero(Moeda::deUnidades(-49), u"0.00"_s)}),
+              "1.000,00|-1.234.568|1.234,500|-922.337.203.685.477,5808|-0,01|0,00");
     for (const char* padrao : {"", "0.0.0", "0%"})
         EXPECT_EQ(ErroDe([&] { FormataNumero(1.0, QString::fromLatin1(padrao)); }).numero(),
                   ErroArgumentoInvalido)
             << padrao;
-    EXPECT_EQ(T(FormataNumero(Menor, u"#,##0.0000"_s) + u'|' +
-                FormataNumero(Moeda::deUnidades(-50), u"0.00"_s) + u'|' +
-                FormataNumero(Moeda::deUnidades(-49), u"0.00"_s)),
-              "-922.337.203.685.477,5808|-0,01|0,00");
 }
 
 TEST(Formatacao, TextoParaComandosEArquivos) {
-    EXPECT_EQ(
-        T(TextoDecimal(-0.004, 2) + u'|' + TextoDecimal(-1234.5, 3) + u'|' + TextoDecimal(7, -1)),
-        "0.00|-1234.500|7");
-    const std::pair<double, const char*> casos[] = {
-        {-0.0, "0"}, {1e21, "1e+21"}, {0.000001, "0.000001"}, {1.25e-7, "1.25e-7"}};
-    for (const auto& [valor, esperado] : casos)
-        EXPECT_EQ(T(TextoNumero(valor)), esperado);
-    EXPECT_EQ(T(TextoNumero(0.1 + 0.2)), "0.30000000000000004");
-    EXPECT_EQ(T(DataMySQL(QDate(1, 1, 1)) + DataMySQL(QDate())), "0001-01-01");
+    EXPECT_EQ(J({TextoDecimal(-0.004, 2), TextoDecimal(-1234.5, 3), TextoDecimal(7, -1),
+                 TextoNumero(-0.0), TextoNumero(1e21), TextoNumero(0.000001), TextoNumero(1.25e-7),
+                 TextoNumero(0.1 + 0.2), DataMySQL(QDate(1, 1, 1)), DataMySQL(QDate())}),
+              "0.00|-1234.500|7|0|1e+21|0.000001|1.25e-7|0.30000000000000004|0001-01-01|");
 }
 
 TEST(Formatacao, ValoresEQuantidades) {
     EXPECT_EQ(ValorMoeda(2.675).unidades() + ValorMoeda(-1.005).unidades(), 26800 - 10100);
     for (double valor : {1e15, std::nan("")})
         EXPECT_EQ(ErroDe([&] { ValorMoeda(valor); }).numero(), ErroEstouro) << valor;
-    EXPECT_EQ(T(FormataValor(-1234.5)), "-1.234,50");
-    const std::pair<QVariant, const char*> valores[] = {
-        {u"12,5"_s, "12.50"}, {u"1.500"_s, "1.50"}, {u"1.234,56"_s, "1234.56"},
-        {1234.5, "1234.50"},  {QVariant(), "0.00"}, {QByteArray("3,75"), "3.75"}};
-    for (const auto& [valor, esperado] : valores)
-        EXPECT_EQ(T(ValorPonto(valor)), esperado) << T(valor.toString());
-    EXPECT_EQ(T(ValorPonto(Moeda::deUnidades(-5000))), "-0.50");
+    EXPECT_EQ(J({FormataValor(-1234.5), ValorPonto(u"12,5"_s), ValorPonto(u"1.500"_s),
+                 ValorPonto(u"1.234,56"_s), ValorPonto(1234.5), ValorPonto(QVariant()),
+                 ValorPonto(QByteArray("3,75")), ValorPonto(Moeda::deUnidades(-5000)),
+                 QuantPonto(1234.5), QuantPonto(QVariant(u"1.234,5"_s)), QuantPonto(QVariant())}),
+              "-1.234,50|12.50|1.50|1234.56|1234.50|0.00|3.75|-0.50|1.234.500|1.234.500|0.000");
     EXPECT_EQ(ErroDe([] { ValorPonto(MuitosNoves); }).numero(), ErroEstouro);
-    EXPECT_EQ(T(QuantPonto(1234.5) + u'|' + QuantPonto(QVariant(u"1.234,5"_s)) + u'|' +
-                QuantPonto(QVariant())),
-              "1.234.500|1.234.500|0.000");
 }
 
 // Trunca rounds to one more decimal (ties to even) before the downward cut.
@@ -114,11 +106,10 @@ TEST(Formatacao, LeValorPeloUltimoSeparador) {
 }
 
 TEST(Formatacao, AspasDocumentosECodigos) {
-    EXPECT_EQ(T(TiraAspas(u"' D'AVILA '"_s) + u'|' + TiraAspas(QVariant())), "DAVILA|");
-    EXPECT_EQ(T(LimpaTexto(u" 18.123.456/0001-04 (31)_, "_s)), "1812345600010431");
-    EXPECT_EQ(T(Zeros(u" 45 "_s, 6) + u'|' + Zeros(QVariant(), 3) + u'|' + Zeros(u"1234567"_s, 6)),
-              "000045|000|1234567");
-    EXPECT_EQ(T(Zeros(18123456000104.0, 14)), "18123456000104");
+    EXPECT_EQ(J({TiraAspas(u"' D'AVILA '"_s), TiraAspas(QVariant()),
+                 LimpaTexto(u" 18.123.456/0001-04 (31)_, "_s), Zeros(u" 45 "_s, 6),
+                 Zeros(QVariant(), 3), Zeros(u"1234567"_s, 6), Zeros(18123456000104.0, 14)}),
+              "DAVILA||1812345600010431|000045|000|1234567|18123456000104");
 }
 
 // Doubles round half away from zero on their decimal form (5e-05 is below the half in binary).
@@ -130,12 +121,10 @@ TEST(Formatacao, MoedaExataComEstouro) {
     Moeda soma;
     for (int i = 0; i < 10; ++i)
         soma += Moeda(0.1);
-    EXPECT_EQ(soma - Moeda(1.5), -Moeda(0.5));
-    const Moeda um = Moeda::deUnidades(1);
-    EXPECT_TRUE(-um - Menor == Maior && -Maior - um == Menor);
+    EXPECT_TRUE(soma - Moeda(1.5) == -Moeda(0.5) && -Um - Menor == Maior && -Maior - Um == Menor);
     for (const auto& conta : std::initializer_list<std::function<void()>>{
-             [&] { Moeda{922337203685478.0}; }, [&] { Moeda{std::nan("")}; }, [&] { Maior + um; },
-             [&] { Menor + -um; }, [&] { Menor - um; }, [&] { Moeda() - Menor; }})
+             [] { Moeda{922337203685478.0}; }, [] { Moeda{std::nan("")}; }, [] { Maior + Um; },
+             [] { Menor + -Um; }, [] { Menor - Um; }, [] { Moeda() - Menor; }})
         EXPECT_EQ(ErroDe(conta).numero(), ErroEstouro);
 }
 

@@ -1,12 +1,16 @@
-#include "storage/Configuracao.h"
-
+#include "nfce/GravadorLinhas.h"
 #include "storage/Ajustes.h"
+#include "storage/ArquivoTexto.h"
+#include "storage/Conexoes.h"
+#include "storage/Configuracao.h"
 #include "storage/Empresa.h"
-#include "storage/ErroExecucao.h"
+#include "storage/Instalacao.h"
+#include "storage/Pastas.h"
+#include "support/DiscoPequeno.h"
 #include "support/Erros.h"
 #include "support/PastaPrograma.h"
 
-#include <QDir>
+#include <QDirIterator>
 #include <QRegularExpression>
 #include <QStringEncoder>
 #include <gtest/gtest.h>
@@ -15,6 +19,8 @@ namespace nfce::teste {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+const QDate Hoje(2027, 1, 5);
 
 std::string T(const QString& texto) {
     return texto.toStdString();
@@ -34,7 +40,7 @@ TEST(Configuracao, LerConfigPeloPrefixoDaLinha) {
         {"basedados=Loja\r\n", "BaseDados", u"Loja"_s},
         {"TEMP = 3\r\nTEMP=2\r\n", "TEMP", u"= 3"_s},
         {"TEM\r\nTEMP\r\nTEMP=9\r\n", "TEMP", u""_s},
-        {"A=1\rB=2\nNOME=   Loja   Centro   ", "NOME", u"Loja   Centro"_s},
+        {"A=1\rB=2\nNOME=   Loja \tCentro\t  ", "NOME", u"Loja \tCentro\t"_s},
         {"", "TEMP", u""_s},
         {QByteArray("X\0=1\r\nNOME=A\0B|'\"", 17), "NOME", QString(u"A\0B|'\""_s)},
         {QStringEncoder("windows-1252")(u"ação=SÃO € JOSÉ"_s), "AÇÃO", u"SÃO € JOSÉ"_s},
@@ -44,8 +50,6 @@ TEST(Configuracao, LerConfigPeloPrefixoDaLinha) {
         pasta.EscreveArquivo(u"Config.ini"_s, arquivo);
         EXPECT_EQ(T(LerConfig(pasta.caminho(), QString::fromUtf8(chave))), T(esperado)) << chave;
     }
-    EXPECT_EQ(T(Apara(u"  \ta b\t  "_s)), "\ta b\t");
-    EXPECT_TRUE(Vazio(u"   "_s) && !Vazio(u"\t"_s));
 }
 
 TEST(Configuracao, ArquivosLidosACadaChamada) {
@@ -78,7 +82,6 @@ TEST(Configuracao, LerEmpresaDecifraAsLinhas) {
         {a + "\r" + CifraLinha(u"obs=€ Š"_s) + "\n", u"€ Š"_s},
         {CifraLinha(u"OBS=7"_s) + QByteArray("\r\nlixo\0\r\n", 9), u"7"_s},
         {a + "OBS=18123456000104\r\n", u"erro 5"_s}};
-
     PastaPrograma pasta;
     for (const auto& [conteudo, esperado] : casos) {
         pasta.EscreveArquivo(u"Empresa.Bin"_s, conteudo);
@@ -135,10 +138,7 @@ TEST(Configuracao, CarregaEGravaAEmpresa) {
 TEST(Configuracao, VerificaEmpresaRecusaRegistroQueNaoFazDocumento) {
     PastaPrograma pasta;
     const auto com = [&](const QString& troca) {
-        QStringList linhas = {u"CNPJ=18123456000104"_s,  u"NOME=D'Agua | Ltda"_s, u"SERIE=1"_s,
-                              u"CODMUNICIPIO=3106200"_s, u"ENDERECO=Rua"_s,       u"NUMERO=1"_s,
-                              u"BAIRRO=Centro"_s,        u"CIDADE=BH"_s,          u"UF=mg"_s,
-                              u"CEP=30.160-011"_s};
+        QStringList linhas = RegistroDaLoja;
         linhas.replaceInStrings(QRegularExpression(u"^"_s + troca.section(u'=', 0, 0) + u"=.*"_s),
                                 troca);
         pasta.EscreveEmpresa(linhas);
@@ -160,6 +160,140 @@ TEST(Configuracao, VerificaEmpresaRecusaRegistroQueNaoFazDocumento) {
         const QString erro = ErroDe([&] { VerificaEmpresa(pasta.caminho()); }).descricao();
         EXPECT_TRUE(erro.contains(trecho) && erro.contains(u"Empresa.Bin"_s) != trecho.isEmpty())
             << T(erro);
+    }
+}
+
+// Everything below `raiz`, as sorted relative paths.
+QStringList Arvore(const QString& raiz) {
+    QStringList nomes;
+    QDirIterator it(raiz, QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        nomes << QDir(raiz).relativeFilePath(it.next());
+    nomes.sort();
+    return nomes;
+}
+
+// Run twice over folders ("/" at the end) and files made first; each folder is made alone.
+TEST(Pastas, AlterarCriaAsPastasQueFaltam) {
+    const QString barra = u"18.123.456/0001-04"_s;
+    const QStringList comuns = {u"LOG"_s, u"LOG/BK"_s, u"PDV"_s, u"XML"_s, u"Contabil"_s};
+    const QStringList daEmpresa = {u"Envio"_s,   u"Contabilidade"_s, u"Contabilidade/012027"_s,
+                                   u"RETORNO"_s, u"Eventos"_s,       u"Eventos/012027"_s};
+    const std::tuple<QStringList, QString, QStringList> casos[] = {
+        {{u"LOG"_s, u"C/Retorno/"_s, u"C/eventos/"_s},
+         u"c"_s,
+         {u"PDV"_s, u"XML"_s, u"Contabil"_s, u"C"_s, u"C/Envio"_s, u"C/Contabilidade"_s,
+          u"C/Contabilidade/012027"_s, u"C/eventos/012027"_s}},
+        {{}, barra, comuns},
+        {{u"18.123.456/"_s},
+         u"18.123.456\\0001-04"_s,
+         comuns + QStringList(daEmpresa).replaceInStrings(QRegularExpression(u"^"_s), barra + u'/')
+             << barra},
+        {{}, {}, comuns + daEmpresa}};
+    for (const auto& [feitos, cnpj, esperada] : casos) {
+        PastaPrograma pasta;
+        QStringList antes = esperada;
+        for (const QString& f : feitos) {
+            if (f.endsWith(u'/'))
+                QDir().mkpath(pasta.Caminho(f));
+            else
+                pasta.EscreveArquivo(f, "x");
+            antes << f.chopped(f.endsWith(u'/'));
+        }
+        Alterar(pasta.caminho(), cnpj, Hoje);
+        Alterar(pasta.caminho(), cnpj, Hoje);
+        antes.sort();
+        EXPECT_EQ(Arvore(pasta.caminho()), antes) << T(cnpj);
+    }
+}
+
+// Parts come from answer files too: none may climb out of the root.
+TEST(Pastas, CaminhoUsaONomeDoDiscoENuncaSaiDaRaiz) {
+    PastaPrograma pasta;
+    const QString p = pasta.caminho();
+    for (const QString& f :
+         {u"C/Validar/Validado"_s, u"C/ENVIADO"_s, u"C/Duas/RETORNO"_s, u"C/Duas/Retorno"_s})
+        ASSERT_TRUE(QDir().mkpath(pasta.Caminho(f)));
+    pasta.EscreveArquivo(u"C/Retorno/a-num-lot.txt"_s, "1");
+    QStringList achados;
+    for (const QString& relativo :
+         {u"C\\RETORNO\\a-num-lot.txt"_s, u"c/validar/validado/"_s, u"C\\\\Enviado\\Autorizados"_s,
+          u"C\\Duas\\Retorno"_s, u"C\\Duas\\retorno"_s, u"C\\Retorno\\..x..-num-lot.txt"_s,
+          u"C\\Retorno\\.\\x"_s, u""_s})
+        achados << Caminho(p, relativo).mid(p.size());
+    EXPECT_EQ(achados,
+              QStringList({u"/C/Retorno/a-num-lot.txt"_s, u"/C/Validar/Validado"_s,
+                           u"/C/ENVIADO/Autorizados"_s, u"/C/Duas/Retorno"_s, u"/C/Duas/RETORNO"_s,
+                           u"/C/Retorno/..x..-num-lot.txt"_s, u"/C/Retorno/./x"_s, u""_s}));
+    for (const QString& fora :
+         {u"C\\Retorno\\./../../../../outra/x"_s, u"C/Retorno/../x"_s, u".."_s})
+        EXPECT_EQ(ErroDe([&] { Caminho(p, fora); }).numero(), ErroAcessoCaminho);
+    EXPECT_EQ(ErroDe([&] { Caminho({}, u"../x"_s); }).numero(), ErroAcessoCaminho);
+    EXPECT_EQ(Caminho({}, u"a\\b"_s), u"a/b"_s);
+    const QString nativo = QString(p).replace(u'/', u'\\') + u"\\c\\retorno"_s;
+    EXPECT_TRUE(ArquivoExiste(nativo + u"\\A-NUM-LOT.TXT"_s) &&
+                !PastaExiste(nativo + u"\\A-NUM-LOT.TXT"_s));
+    EXPECT_TRUE(PastaExiste(nativo) && !ArquivoExiste(nativo) && !PastaExiste({}));
+}
+
+int Linhas(const QString& banco, const QString& tabela = u"vendas"_s) {
+    Conexao loja(TipoBanco::Sqlite, banco);
+    loja.Abre();
+    Registros vendas;
+    vendas.AbreConsulta(loja, u"SELECT COUNT(*) AS n FROM "_s + tabela);
+    return vendas.Campo(u"n"_s).toInt();
+}
+
+// Every key reads back its own line, so no key shadows another.
+TEST(Pastas, CriaPastaProgramaProntaParaOServidor) {
+    PastaPrograma pasta;
+    const QString p = pasta.caminho();
+    CriaPastaPrograma(p, true, Hoje);
+    QStringList lidos;
+    for (const QString& chave :
+         {u"TIPOBANCO"_s, u"SERVIDOR"_s, u"SERVIDORBASE"_s, u"SERVIDORBASEDADOS"_s, u"BASEDADOS"_s,
+          u"TEMP"_s, u"VENDASONLINE"_s, u"VENDASONLINESRV"_s})
+        lidos << LerConfig(p, chave);
+    EXPECT_EQ(T(lidos.join(u'|')), "SQLITE|localhost|localhost|remota.db|loja.db|3|SIM|SIM");
+    const Empresa e = CarregaEmpresa(p);
+    EXPECT_EQ(e.Cnpj + e.Serie + e.Uf + e.CodMunicipio.left(2), u"11222333000181001MG31"_s);
+    EXPECT_TRUE(PastaExiste(p + u"/11222333000181/Contabilidade/012027"_s));
+    EXPECT_GT(Linhas(p + u"/loja.db"_s), 0);
+    EXPECT_EQ(Linhas(p + u"/remota.db"_s, u"produtos"_s), 0);
+    CriaPastaPrograma(pasta.Caminho(u"vazia"_s), false, Hoje);
+    EXPECT_EQ(Linhas(p + u"/vazia/loja.db"_s), 0);
+    pasta.EscreveConfig({u"BASEDADOS=loja"_s});
+    QFile::remove(pasta.Caminho(u"Empresa.Bin"_s));
+    EXPECT_EQ(ErroDe([&] { CriaPastaPrograma(p, true, Hoje); }).numero(), ErroArquivoJaExiste);
+    EXPECT_EQ(LerConfig(p, u"BASEDADOS"_s), u"loja"_s);
+    EXPECT_FALSE(ArquivoExiste(pasta.Caminho(u"Empresa.Bin"_s)));
+}
+
+// On a disk with room for part of a file nothing is published, not even a temporary file.
+TEST(Pastas, DiscoCheioNaoPublicaNada) {
+    PastaPrograma pasta;
+    DiscoPequeno disco(pasta.Caminho(u"disco"_s), 8);
+    if (!disco.Montado()) GTEST_SKIP() << "mounting a tmpfs is not permitted here";
+    const QStringList linhas(30, QString(200, u'I'));
+    pasta.EscreveArquivo(u"origem.xml"_s, linhas.join(u"\r\n"_s).toLatin1());
+    const std::function<void(const QString&)> publicadores[] = {
+        [&](const QString& c) { GravaLinhas(c, linhas); },
+        [&](const QString& c) {
+            GravadorLinhas arquivo(c);
+            for (const QString& linha : linhas)
+                arquivo.Escreve(linha);
+            arquivo.Fecha();
+        },
+        [&](const QString& c) { CopiaArquivo(pasta.Caminho(u"origem.xml"_s), c); }};
+    const QString caminho = pasta.Caminho(u"disco/0001-nfe.txt"_s);
+    for (const auto& publica : publicadores) {
+        disco.Enche(4096);
+        const ErroExecucao erro = ErroDe([&] { publica(caminho); });
+        EXPECT_TRUE(erro.numero() == ErroDiscoCheio &&
+                    erro.descricao().contains(u"disco cheio"_s) &&
+                    erro.descricao().contains(caminho))
+            << erro.descricao().toStdString();
+        EXPECT_EQ(disco.Arquivos(), u"enche"_s);
     }
 }
 
