@@ -13,18 +13,15 @@ using namespace Qt::StringLiterals;
 TEST(Registro, LinhaCarimbadaNoArquivoDoDia) {
     PastaPrograma pasta;
     pasta.EscreveArquivo(u"arquivo"_s, "x");
-    QStringList linhas;
-    const Registro registro({[&](const QDateTime&, const QString& l) { linhas.append(l); },
-                             ArquivoDoDia(pasta.Caminho(u"LOG"_s)),
-                             ArquivoDoDia(pasta.Caminho(u"arquivo/LOG"_s))});
+    const Registro registro(
+        {ArquivoDoDia(pasta.Caminho(u"LOG"_s)), ArquivoDoDia(pasta.Caminho(u"arquivo/LOG"_s))});
     const QDateTime noite(QDate(2026, 11, 16), QTime(23, 59, 59));
     const QByteArray binario("\0|\x01'", 4);
     registro.Escreve(noite, u"Atenção:\r\n76\n|\r"_s);
     registro.Escreve(noite.addSecs(1), QString::fromLatin1(binario));
     registro.Escreve(noite.addSecs(2), u"fim"_s);
-    EXPECT_EQ(linhas.first(), u"2026-11-16 23:59:59 Atenção: 76 | "_s);
     EXPECT_EQ(pasta.LeArquivo(u"LOG/servidor-nfce-2026-11-16.log"_s),
-              linhas.first().toUtf8() + "\n");
+              u"2026-11-16 23:59:59 Atenção: 76 | \n"_s.toUtf8());
     EXPECT_EQ(pasta.LeArquivo(u"LOG/servidor-nfce-2026-11-17.log"_s),
               "2026-11-17 00:00:00 "_ba + binario + "\n2026-11-17 00:00:01 fim\n");
     EXPECT_EQ(pasta.LeArquivo(u"arquivo"_s), "x");
@@ -42,16 +39,12 @@ TEST(AmbienteVirtual, AguardaAvancaORelogioComEventosEGanchos) {
         if (amb.Monotonico() == 300) amb.Aguarda(0.1);
         --profundidade;
     });
-    id = amb.AoBombear([&] {
-        ++unico;
-        amb.RemoveGancho(id);
-    });
+    id = amb.AoBombear([&] { amb.RemoveGancho(id), ++unico; });
     amb.Aguarda(1.5);
     amb.Aguarda(-3);
     EXPECT_EQ(amb.Agora(), QDateTime(QDate(2026, 11, 16), QTime(0, 0, 0, 500)));
     EXPECT_EQ(momentos, (QList<qint64>{300, 700}));
-    EXPECT_EQ(amb.msAguardados(), 1600);
-    EXPECT_EQ(maxima + unico, 2);
+    EXPECT_TRUE(amb.msAguardados() == 1600 && maxima == 1 && unico == 1);
 }
 
 } // namespace
