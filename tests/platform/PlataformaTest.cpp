@@ -1,5 +1,4 @@
 #include "platform/Registro.h"
-#include "support/AmbienteVirtual.h"
 #include "support/PastaPrograma.h"
 
 #include <gtest/gtest.h>
@@ -25,26 +24,6 @@ TEST(Registro, LinhaCarimbadaNoArquivoDoDia) {
     EXPECT_EQ(pasta.LeArquivo(u"LOG/servidor-nfce-2026-11-17.log"_s),
               "2026-11-17 00:00:00 "_ba + binario + "\n2026-11-17 00:00:01 fim\n");
     EXPECT_EQ(pasta.LeArquivo(u"arquivo"_s), "x");
-}
-
-// A wait inside a hook (as a timer tick makes) does not enter that hook again.
-TEST(AmbienteVirtual, AguardaAvancaORelogioComEventosEGanchos) {
-    AmbienteVirtual amb(QDateTime(QDate(2026, 11, 15), QTime(23, 59, 59)));
-    QList<qint64> momentos;
-    for (qint64 ms : {700, 300, 5000})
-        amb.Agenda(ms, [&] { momentos.append(amb.Monotonico()); });
-    int profundidade = 0, maxima = 0, unico = 0, id = 0;
-    amb.AoBombear([&] {
-        maxima = std::max(maxima, ++profundidade);
-        if (amb.Monotonico() == 300) amb.Aguarda(0.1);
-        --profundidade;
-    });
-    id = amb.AoBombear([&] { amb.RemoveGancho(id), ++unico; });
-    amb.Aguarda(1.5);
-    amb.Aguarda(-3);
-    EXPECT_EQ(amb.Agora(), QDateTime(QDate(2026, 11, 16), QTime(0, 0, 0, 500)));
-    EXPECT_EQ(momentos, (QList<qint64>{300, 700}));
-    EXPECT_TRUE(amb.msAguardados() == 1600 && maxima == 1 && unico == 1);
 }
 
 } // namespace
