@@ -188,6 +188,7 @@ TEST_P(ExportacaoTest, ContaAReceberDeVendaAPrazo) {
          conta.arg(u"1", u"20|2026-12-15|1|30 DIAS", u"II")},
         {u"Vale = 10, Outros = 5"_s, 0, {}}, // one value too many: refused
         {u"Vale = 30"_s, 999999, {}},
+        {u"Vale = 30, cliente = 1"_s, 0, {}}, // the walk-in customer
         {u"Dinheiro = 9"_s, 0, {}},
     };
     for (const auto& [venda, cliente, esperada] : casos) {
@@ -251,11 +252,10 @@ TEST_P(ExportacaoTest, TextosChegamIntactos) {
     const QString longo = QString(u"D'Á|\"x\"\\"_s).repeated(12500);
     const QStringList textos = {u"O''REILLY | \"X\" | \\"_s, u"\x01\x02\x7f\tz"_s, longo.left(99)};
     QStringList longos;
-    int cupom = 100;
     for (const QString& texto : textos) {
         longos.append(longo + texto);
         const QString mudancas =
-            u"cupom = %1, nomecliente = '%2'"_s.arg(++cupom).arg(EscapaTexto(texto));
+            u"cupom = %1, nomecliente = '%2'"_s.arg(100 + longos.size()).arg(EscapaTexto(texto));
         Item(mudancas);
         Venda(mudancas + u", Vale = 1, xml_info = '"_s + EscapaTexto(longos.last()) + u"'"_s);
     }
