@@ -54,10 +54,8 @@ public:
         return proximoId_;
     }
     void RemoveGancho(int id) { ganchos_.erase(id); }
-    // Runs once when the monotonic clock reaches `emMs`.
-    void Agenda(qint64 emMs, std::function<void()> evento) {
-        agenda_.emplace(emMs, std::move(evento));
-    }
+    // Runs `evento` once when the monotonic clock reaches `ms`.
+    void Agenda(qint64 ms, std::function<void()> evento) { agenda_.emplace(ms, std::move(evento)); }
     // Time that passes outside any wait: nothing runs.
     void Avanca(qint64 ms) { decorrido_ += ms; }
     qint64 msAguardados() const { return aguardados_; }

@@ -67,7 +67,6 @@ protected:
                       << u"SERVIDORUSUARIO=master"_s;
     }
 
-    // Straight to the databases, on the fixture's own connections.
     int Executa(const QString& sql) { return loja_->Executa(sql); }
     int ExecutaRemota(const QString& sql) { return remota_->Executa(sql); }
     // The first column of the first row as Registros::Texto gives it ("" when no row).

@@ -10,8 +10,7 @@ namespace nfce::teste {
 
 using namespace Qt::StringLiterals;
 
-// A tmpfs of a few KiB on `pasta` (made when missing) for the test's life. Mounting needs root:
-// Montado() says whether it worked, so the test can skip.
+// A tmpfs of `kib` KiB on `pasta` for the test's life; not Montado() without root: skip then.
 class DiscoPequeno {
 public:
     DiscoPequeno(QString pasta, int kib) : pasta_(std::move(pasta)), tamanho_(kib * 1024) {

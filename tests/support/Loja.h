@@ -43,7 +43,6 @@ protected:
         ExecutaScript(*s->conexoes.ConexaoPrincipal(),
                       u"" NFCE_DADOS_TESTE "/nfce/%1.sql"_s.arg(nome));
     }
-    // Empties the sales, items and contingency periods.
     void Limpa() {
         for (const QString& tabela : {u"vendas"_s, u"itens"_s, u"nfce"_s})
             Executa(u"DELETE FROM "_s + tabela);
@@ -104,7 +103,6 @@ protected:
     bool uninfeRodando = false;
 };
 
-// The shop with UniNFe running from the start.
 class LojaComUniNfe : public Loja {
 protected:
     LojaComUniNfe() { uninfeRodando = true; }

@@ -20,11 +20,6 @@ class MariaDbPrivado {
 public:
     static bool Disponivel() { return !QStandardPaths::findExecutable(u"mariadbd"_s).isEmpty(); }
 
-    MariaDbPrivado() {
-        const qint64 pid = QCoreApplication::applicationPid();
-        endereco_ =
-            u"127.%1.%2.%3"_s.arg(1 + (pid >> 16) % 254).arg((pid >> 8) & 255).arg(pid & 255);
-    }
     ~MariaDbPrivado() {
         if (QFile::exists(dir_.filePath(u"mariadbd.pid"_s))) Mata();
     }
@@ -44,9 +39,8 @@ public:
     }
     // SIGKILL, as a crash or a pulled plug would end it; returns once the process is gone.
     bool Mata() {
-        QFile arquivo(dir_.filePath(u"mariadbd.pid"_s));
-        const pid_t pid =
-            arquivo.open(QIODevice::ReadOnly) ? arquivo.readAll().trimmed().toInt() : 0;
+        QFile numero(dir_.filePath(u"mariadbd.pid"_s));
+        const pid_t pid = numero.open(QIODevice::ReadOnly) ? numero.readAll().trimmed().toInt() : 0;
         // The pid file outlives the server; its number may since belong to another program.
         QFile nome(u"/proc/%1/comm"_s.arg(pid));
         if (pid <= 0 || !nome.open(QIODevice::ReadOnly) || nome.readAll() != "mariadbd\n") {
@@ -68,8 +62,11 @@ public:
 
 private:
     static constexpr int LimiteMs = 180000; // a first start creates the data: seconds when slow
+    const qint64 pid_ = QCoreApplication::applicationPid();
     QTemporaryDir dir_;
-    QString endereco_, erro_;
+    QString endereco_ =
+        u"127.%1.%2.%3"_s.arg(1 + (pid_ >> 16) % 254).arg((pid_ >> 8) & 255).arg(pid_ & 255);
+    QString erro_;
 };
 
 } // namespace nfce::teste

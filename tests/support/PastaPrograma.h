@@ -26,9 +26,7 @@ public:
 
     // As the shops' files are: Windows-1252, CR LF.
     void EscreveConfig(const QStringList& linhas) const {
-        QString texto;
-        for (const QString& linha : linhas)
-            texto += linha + u"\r\n"_s;
+        const QString texto = (linhas + QStringList(QString())).join(u"\r\n"_s);
         EscreveArquivo(u"Config.ini"_s, QStringEncoder("windows-1252")(texto));
     }
     // From plain KEY=value lines, scrambled as the record is stored.

@@ -17,11 +17,9 @@ protected:
         Configura({});
     }
     void Configura(const QStringList& extras) const {
-        pasta.EscreveConfig(extras + QStringLiteral("TIPOBANCO=SQLITE|BASEDADOS=loja.db|"
-                                                    "SERVIDORBASEDADOS=remota.db|SERVIDORBASE="
-                                                    "localhost|TEMP=3|TMPAMBNFCE=2|REGIMETRIB=1|"
-                                                    "ENVIOXML=NAO")
-                                         .split(u'|'));
+        pasta.EscreveConfig(extras + u"TIPOBANCO=SQLITE|BASEDADOS=loja.db|"
+                                     "SERVIDORBASEDADOS=remota.db|SERVIDORBASE=localhost|TEMP=3|"
+                                     "TMPAMBNFCE=2|REGIMETRIB=1|ENVIOXML=NAO"_s.split(u'|'));
     }
 
     PastaPrograma pasta;
