@@ -3,16 +3,9 @@
 #include "emission/RespostasDaVenda.h"
 #include "support/ProgramaFuzz.h"
 
-using namespace nfce;
-using namespace nfce::teste;
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
-    static const QString chave = ChaveFuzz();
-    for (const LinhaDoRetorno& linha :
-         LinhasDoRetorno(QByteArrayView(dados, static_cast<qsizetype>(tamanho)), chave)) {
-        // Only the sale's own key makes a line the sale's.
-        if (linha.daVenda && LinhaProtocolo(linha.texto).Campo(2) != chave)
+void nfce::teste::Alvo(QByteArrayView bytes) {
+    // Only the sale's own key makes a line the sale's.
+    for (const LinhaDoRetorno& linha : LinhasDoRetorno(bytes, ChaveFuzz))
+        if (linha.daVenda && LinhaProtocolo(linha.texto).Campo(2) != ChaveFuzz)
             Falha(QStringLiteral("linha de outra venda tomada como desta"));
-    }
-    return 0;
 }

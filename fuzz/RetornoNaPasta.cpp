@@ -5,17 +5,14 @@
 #include "emission/Retorno.h"
 #include "support/ProgramaFuzz.h"
 
-using namespace nfce;
-using namespace nfce::teste;
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
+void nfce::teste::Alvo(QByteArrayView bytes) {
     ProgramaFuzz& programa = ProgramaFuzz::Instancia();
-    programa.NovaEntrada(tamanho % 2 == 0);
-    const ParDeArquivos par = DivideNoNulo(dados, tamanho);
-    programa.Escreve(QStringLiteral("RETORNO/") + ChaveFuzz() + QStringLiteral("-num-lot.txt"),
-                     par.lote);
-    programa.Escreve(QStringLiteral("RETORNO/000000000000054-pro-rec.txt"), par.resposta);
+    programa.NovaEntrada(bytes.size() % 2 == 0);
+    // Up to the first NUL the lot file, the rest the answer of lot 54; no NUL: UniNFe's "54;".
+    const qsizetype nulo = bytes.indexOf('\0');
+    programa.Escreve(QStringLiteral("RETORNO/") + ChaveFuzz + QStringLiteral("-num-lot.txt"),
+                     nulo < 0 ? QByteArrayView("54;") : bytes.first(nulo));
+    programa.Escreve(QStringLiteral("RETORNO/000000000000054-pro-rec.txt"), bytes.sliced(nulo + 1));
     // A reason naming an item the sale does not have keeps SEFAZ's text: no error at all.
     programa.Roda([](Servidor& s) { ProcessaRetorno(s); });
-    return 0;
 }

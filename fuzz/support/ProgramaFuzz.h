@@ -11,36 +11,34 @@
 
 namespace nfce::teste {
 
-// The sale every answer is about: cupom 77, NFC-e 1234 of the sample company, items 1 to 3.
+// Each target defines it: the check of one input, which libFuzzer's entry point hands over.
+void Alvo(QByteArrayView bytes);
+
+// The sale every answer is about: cupom 77, NFC-e 1234 of the sample company, items 1 to 3; its
+// key as the panel holds it while the lot and protocol answers are read.
 inline constexpr qint32 CupomFuzz = 77;
 inline constexpr qint32 NfceFuzz = 1234;
-// Its key, as the panel holds it while the lot and protocol answers are read, and its company.
-QString ChaveFuzz();
-QString CnpjFuzz();
+inline const QString CnpjFuzz = QStringLiteral("11222333000181");
+inline const QString ChaveFuzz = QStringLiteral("31261111222333000181650010000012349000012344");
 
-// One program folder per fuzzing process, made at the first input: the sample shop on
-// SQLite (ENVIOXML on, an accountant's folder), the sale with its items and its quote, and
-// a server on the virtual clock, so the readers' waits cost nothing.
+// One program folder per fuzzing process: the sample shop on SQLite (ENVIOXML on, an
+// accountant's folder), the sale with its items and quote, a server on the virtual clock.
 class ProgramaFuzz {
 public:
     static ProgramaFuzz& Instancia();
 
-    // Before each input: the sale rows, the server's state and the exchange folders as at the
-    // start, so that an input that fails here fails the same way when run alone. With
-    // `autorizado` the authorised XML of the key lies in its month folder.
-    Servidor& NovaEntrada(bool autorizado);
-    // The bytes as a file below the company folder (`relativo` with "/").
+    // Before each input, so that an input fails alone as it failed in a run: the rows, the
+    // server's state and the exchange folders as at the start; the authorised XML of the key
+    // in its month folder with `autorizado`.
+    void NovaEntrada(bool autorizado);
+    // The bytes as a file below the company folder.
     void Escreve(const QString& relativo, QByteArrayView dados) const;
-
-    // Runs a reader. Any error aborts (above all a statement the database refused), and so
-    // does a sale row that another statement touched or that would not fit the columns of the
-    // shop's MariaDB tables.
+    // Runs a reader; aborts on any error (above all a statement the database refused) and on a
+    // sale row that another statement touched or that would not fit the shop's MariaDB columns.
     void Roda(const std::function<void(Servidor&)>& leitor);
 
 private:
     ProgramaFuzz();
-    void CriaVenda();
-    void Confere();
     QString Texto(const QString& sql);
     QString Empresa(const QString& relativo) const;
 
@@ -49,22 +47,19 @@ private:
     std::unique_ptr<Servidor> servidor_;
 };
 
-// The lot and protocol answers come in pairs: the bytes up to the first NUL are
-// "<key>-num-lot.txt", the rest the answer filed under lot 54. Without a NUL the lot file is
-// UniNFe's "54;" and every byte goes to the answer.
+// The lot and protocol answers in one input: the bytes up to the first NUL are
+// "<key>-num-lot.txt", the rest the answer of lot 54; without a NUL the lot file is "54;".
 struct ParDeArquivos {
-    QByteArrayView lote;
-    QByteArrayView resposta;
+    QByteArrayView lote, resposta;
 };
-ParDeArquivos DivideNoNulo(const uint8_t* dados, size_t tamanho);
+ParDeArquivos DivideNoNulo(QByteArrayView bytes);
 
-// The bytes as the file `caminho`.
-void EscreveArquivo(const QString& caminho, QByteArrayView dados);
-// A key a reader took: none, UniNFe's "0", or 44 digits with a valid check digit; aborts
-// otherwise.
+// A key a reader took must be none, UniNFe's "0", or 44 digits with a valid check digit; a key
+// an answer carried, when the reader took it (not blank, not refused).
 void ConfereChave(const QString& chave);
-// The same for a key an answer carried, when the reader took it (not blank, not refused).
 void ConfereChaveLida(const ChaveLida& lida);
+// Aborts when `texto` holds a line end.
+void ConfereLinha(const QString& texto, const char* oQue);
 // Prints the reason and aborts, so that libFuzzer keeps the input.
 [[noreturn]] void Falha(const QString& motivo);
 

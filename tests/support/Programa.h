@@ -5,13 +5,11 @@
 
 namespace nfce::teste {
 
-// One run of the server program to its end: exit status, standard output and error.
+// One run of the server program to its end, `entrada` on its standard input.
 struct Execucao {
     int status;
     QString saida, erro;
 };
-
-// `entrada` goes to its standard input.
 inline Execucao RodaServidor(const QStringList& argumentos, const QByteArray& entrada = {}) {
     QProcess processo;
     processo.start(QStringLiteral(NFCE_BINARIO_SERVIDOR), argumentos);

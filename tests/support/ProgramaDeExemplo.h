@@ -17,16 +17,9 @@ protected:
         Configura({});
     }
     void Configura(const QStringList& extras) const {
-        pasta.EscreveConfig(extras + QStringList{
-                                         QStringLiteral("TIPOBANCO=SQLITE"),
-                                         QStringLiteral("BASEDADOS=loja.db"),
-                                         QStringLiteral("SERVIDORBASEDADOS=remota.db"),
-                                         QStringLiteral("SERVIDORBASE=localhost"),
-                                         QStringLiteral("TEMP=3"),
-                                         QStringLiteral("TMPAMBNFCE=2"),
-                                         QStringLiteral("REGIMETRIB=1"),
-                                         QStringLiteral("ENVIOXML=NAO"),
-                                     });
+        pasta.EscreveConfig(extras + u"TIPOBANCO=SQLITE|BASEDADOS=loja.db|"
+                                     "SERVIDORBASEDADOS=remota.db|SERVIDORBASE=localhost|TEMP=3|"
+                                     "TMPAMBNFCE=2|REGIMETRIB=1|ENVIOXML=NAO"_s.split(u'|'));
     }
 
     PastaPrograma pasta;
