@@ -21,13 +21,14 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+// The schedule's timer on a virtual clock; its tasks only note that they ran.
 struct Agenda {
     explicit Agenda(const QTime& hora)
         : ambiente(QDateTime(QDate(2026, 11, 16), hora)), s(u"/nao/usada"_s, ambiente),
-          timer(s, {Roda(u"EnviaPendentes"_s), Roda(u"AtEnvioTime"_s), Roda(u"CmdExportar"_s)}) {
+          timer(s, {Nota(u"EnviaPendentes"_s), Nota(u"AtEnvioTime"_s), Nota(u"CmdExportar"_s)}) {
         s.painel.TimerVendasAtivo = true;
     }
-    std::function<void()> Roda(const QString& tarefa) {
+    std::function<void()> Nota(const QString& tarefa) {
         return [this, tarefa] { rodadas << tarefa, aoRodar(); };
     }
     AmbienteVirtual ambiente;
