@@ -64,4 +64,8 @@ QString TextoDeChave(const Registros& rs, const QString& campo) {
     return texto.size() <= LimiteDaChave ? texto : texto.left(LimiteDaChave) + u"..."_s;
 }
 
+QString Caixa(const Registros& rs) {
+    return Zeros(rs.Campo(u"caixa"_s), 3);
+}
+
 } // namespace nfce

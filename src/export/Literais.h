@@ -29,6 +29,9 @@ Moeda ValorDe(const Registros& rs, const QString& campo);
 // The field's Val is not 0 (the NFC-e number of a row, for the fiscal marks).
 bool DiferenteDeZero(const Registros& rs, const QString& campo);
 
+// The till's number as the remote side keeps it: three digits.
+QString Caixa(const Registros& rs);
+
 // A stored key as it goes into a log line, cut when it is unreasonably long.
 QString TextoDeChave(const Registros& rs, const QString& campo);
 

@@ -9,12 +9,6 @@ namespace nfce {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-QString Caixa(const Registros& item) {
-    return Zeros(item.Campo(u"caixa"_s), 3);
-}
-} // namespace
-
 QString InsereItem(const Registros& item, const QDate& hoje) {
     const QString cupom = item.Texto(u"cupom"_s);
     return u"INSERT INTO itens (data, cupom, loja, caixa, valor, quant, icms, trib, numvenda, "

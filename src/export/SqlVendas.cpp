@@ -10,9 +10,6 @@ namespace nfce {
 using namespace Qt::StringLiterals;
 
 namespace {
-QString Caixa(const Registros& venda) {
-    return Zeros(venda.Campo(u"caixa"_s), 3);
-}
 QString Valor(const Registros& venda, const QString& campo) {
     return ValorPonto(venda.Campo(campo));
 }
