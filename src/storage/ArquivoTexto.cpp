@@ -38,10 +38,14 @@ QByteArray ConteudoDoArquivo(const QString& caminho, qint64 limite) {
     return dados.size() > limite ? QByteArray() : dados;
 }
 
-QStringList LinhasDoTexto(QByteArrayView bytes) {
-    // One converter a thread: opening one costs more than most answers take to decode.
+QString TextoAnsi(QByteArrayView bytes) {
+    // One converter a thread: opening one costs more than most texts take to decode.
     thread_local QStringDecoder ansi("windows-1252", QStringConverter::Flag::Stateless);
-    QString texto = ansi.decode(bytes);
+    return ansi.decode(bytes);
+}
+
+QStringList LinhasDoTexto(QByteArrayView bytes) {
+    QString texto = TextoAnsi(bytes);
     texto.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
     if (texto.endsWith(u'\n')) texto.chop(1);
     return texto.isEmpty() ? QStringList() : texto.split(u'\n');

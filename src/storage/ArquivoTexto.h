@@ -21,6 +21,9 @@ bool GrandeDemais(const QString& caminho, qint64 limite);
 // larger than `limite`: the readers then wait and look again.
 QByteArray ConteudoDoArquivo(const QString& caminho, qint64 limite = LimiteResposta);
 
+// Windows-1252 bytes as text; every byte decodes.
+QString TextoAnsi(QByteArrayView bytes);
+
 // The lines of the text; a line ends at CR LF, CR or LF.
 QStringList LinhasDoTexto(QByteArrayView bytes);
 

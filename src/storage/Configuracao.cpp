@@ -1,12 +1,12 @@
 #include "storage/Configuracao.h"
 
+#include "storage/ArquivoTexto.h"
 #include "storage/ErroExecucao.h"
 #include "storage/Pastas.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStringDecoder>
 #include <QStringEncoder>
 
 #include <algorithm>
@@ -17,7 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr const char* kAnsi = "windows-1252";
 // Each stored byte is the plain one shifted by this much plus its position (from 1).
 constexpr int kDeslocamento = 79;
 
@@ -39,32 +38,43 @@ qsizetype InicioDaProxima(QByteArrayView dados, qsizetype fim) {
     return fim + (crLf ? 2 : 1);
 }
 
-QString Decifra(QByteArrayView linha, QStringDecoder& ansi) {
-    QByteArray claro(linha.size(), Qt::Uninitialized);
+// The plain bytes of a stored line of the company record, into `claro`.
+void Desembaralha(QByteArrayView linha, QByteArray& claro) {
+    claro.resize(linha.size());
     for (qsizetype i = 0; i < linha.size(); ++i) {
         const qsizetype codigo = static_cast<uchar>(linha[i]) - kDeslocamento - (i + 1);
         if (codigo < 0) ArgumentoInvalido(u"o caractere %1 da linha não se decifra"_s.arg(i + 1));
         claro[i] = static_cast<char>(codigo);
     }
-    return ansi(claro);
 }
 
-QString Ansi(QByteArrayView linha, QStringDecoder& ansi) {
-    return ansi(linha);
+// The line begins with the key (in capitals), letter case aside. Windows-1252 has one character
+// a byte and no letter whose capital is ASCII, so an ASCII start is compared on the bytes.
+bool ComecaCom(QByteArrayView linha, const QString& alvo) {
+    const QByteArrayView inicio = linha.first(std::min(alvo.size(), linha.size()));
+    if (std::any_of(inicio.begin(), inicio.end(), [](char c) { return c & 0x80; }))
+        return TextoAnsi(inicio).toUpper() == alvo;
+    if (inicio.size() != alvo.size()) return false;
+    for (qsizetype i = 0; i < inicio.size(); ++i)
+        if (QChar::toUpper(static_cast<char32_t>(inicio[i])) != alvo[i].unicode()) return false;
+    return true;
 }
 
-// Calls `usa` with each line decoded (unscrambled for the company record) until it returns
-// true; a line that does not unscramble raises error 5 naming `origem` and the line.
+// Calls `usa` with the bytes of each line (unscrambled for the company record) until it
+// returns true; a line that does not unscramble raises error 5 naming `origem` and the line.
+// Only the bytes are handed on: most lines are looked at for their first few letters only.
 template <typename Usa>
 void ParaCadaLinha(QByteArrayView dados, Cifra cifra, const QString& origem, Usa usa) {
-    QStringDecoder ansi(kAnsi);
-    const auto converte = cifra == Cifra::Empresa ? Decifra : Ansi;
+    QByteArray claro;
     qsizetype inicio = 0;
     for (int numero = 1; inicio < dados.size(); ++numero) {
         const qsizetype fim = FimDaLinha(dados, inicio);
-        QString linha;
+        QByteArrayView linha = dados.sliced(inicio, fim - inicio);
         try {
-            linha = converte(dados.sliced(inicio, fim - inicio), ansi);
+            if (cifra == Cifra::Empresa) {
+                Desembaralha(linha, claro);
+                linha = claro;
+            }
         } catch (const ErroExecucao& erro) {
             throw ErroExecucao(erro.numero(), u"%1 (%2, linha %3)"_s.arg(erro.descricao(), origem,
                                                                          QString::number(numero)));
@@ -96,9 +106,9 @@ QString ValorDaChave(QByteArrayView dados, const QString& chave, Cifra cifra,
                      const QString& origem) {
     const QString alvo = chave.toUpper();
     QString valor;
-    ParaCadaLinha(dados, cifra, origem, [&](const QString& linha) {
-        if (linha.left(alvo.size()).toUpper() != alvo) return false;
-        valor = Apara(linha.mid(alvo.size() + 1));
+    ParaCadaLinha(dados, cifra, origem, [&](QByteArrayView linha) {
+        if (!ComecaCom(linha, alvo)) return false;
+        valor = Apara(TextoAnsi(linha).mid(alvo.size() + 1));
         return true;
     });
     return valor;
@@ -106,8 +116,8 @@ QString ValorDaChave(QByteArrayView dados, const QString& chave, Cifra cifra,
 
 QStringList LinhasDoRegistro(QByteArrayView dados, const QString& origem) {
     QStringList linhas;
-    ParaCadaLinha(dados, Cifra::Empresa, origem, [&](const QString& linha) {
-        if (!linha.isEmpty()) linhas.append(linha);
+    ParaCadaLinha(dados, Cifra::Empresa, origem, [&](QByteArrayView linha) {
+        if (!linha.isEmpty()) linhas.append(TextoAnsi(linha));
         return false;
     });
     return linhas;
@@ -122,12 +132,13 @@ QString LerEmpresa(const QString& pastaPrograma, const QString& chave) {
 }
 
 QString DecifraLinha(const QByteArray& linha) {
-    QStringDecoder ansi(kAnsi);
-    return Decifra(linha, ansi);
+    QByteArray claro;
+    Desembaralha(linha, claro);
+    return TextoAnsi(claro);
 }
 
 QByteArray CifraLinha(const QString& texto) {
-    QStringEncoder ansi(kAnsi);
+    QStringEncoder ansi("windows-1252");
     QByteArray bytes = ansi(texto);
     if (ansi.hasError())
         ArgumentoInvalido(u"\"%1\" tem caractere fora do Windows-1252"_s.arg(texto));
