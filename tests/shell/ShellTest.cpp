@@ -4,6 +4,7 @@
 #include "shell/InstanciaUnica.h"
 #include "shell/janela/FrmPrincipal.h"
 #include "shell/tray/clsPharos.h"
+#include "storage/Conexao.h"
 #include "storage/Pastas.h"
 #include "support/Avisos.h"
 #include "support/Programa.h"
@@ -194,6 +195,14 @@ TEST(LinhaDeComando, StatusESaidaDeCadaComando) {
         Espera(RodaServidor(linha.split(u'|'), entrada), status, texto);
     }
     EXPECT_TRUE(QDir(vazia).isEmpty()) << "not even the day's log";
+    // Only a sale sent or given up goes back to the queue, and the count says so.
+    const QString outra = pasta.Caminho(u"outra"_s);
+    Espera(RodaServidor({u"iniciar"_s, outra, u"--exemplos"_s}), 0, outra + u"\n"_s);
+    Conexao loja(TipoBanco::Sqlite, outra + u"/loja.db"_s);
+    loja.Abre();
+    loja.Executa(u"UPDATE vendas SET enviotime = 1, tempo = '0' WHERE nfce = 1001"_s);
+    Espera(RodaServidor({u"reenfileirar"_s, u"--pasta"_s, outra}), 0,
+           u"Vendas de volta à fila de envio: 1\n"_s);
 }
 
 // A second server on the folder ends at once without a word; a dead server's lock is no lock.

@@ -18,8 +18,11 @@ enum class Motor { Sqlite, MariaDb };
 inline std::vector<Motor> Motores() {
     return {Motor::Sqlite, Motor::MariaDb};
 }
+inline void PrintTo(Motor motor, std::ostream* saida) {
+    *saida << (motor == Motor::Sqlite ? "Sqlite" : "MariaDb");
+}
 inline std::string NomeDoMotor(const ::testing::TestParamInfo<Motor>& info) {
-    return info.param == Motor::Sqlite ? "Sqlite" : "MariaDb";
+    return ::testing::PrintToString(info.param);
 }
 
 // A test on SQLite and on MariaDB (the server NFCE_MARIADB names, user master; skipped without

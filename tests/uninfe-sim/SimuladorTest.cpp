@@ -91,6 +91,12 @@ TEST_F(SimuladorTest, RespostaDeChave) {
     EXPECT_EQ(Le(u"RETORNO/0000001234-ret-gerar-chave.xml"_s),
               "<?xml version=\"1.0\" encoding=\"utf-8\"?><retGerarChave><chaveNFe>" + kChave +
                   "</chaveNFe></retGerarChave>");
+    // A month that does not exist gets UniNFe's error file, not a key.
+    Escreve(u"Envio/0000001235-gerar-chave.xml"_s,
+            "<gerarChave><UF>31</UF><tpEmis>9</tpEmis><nNF>1235</nNF><serie>001</serie><AAMM>2613"
+            "</AAMM><CNPJ>18123456000104</CNPJ><mod>65</mod></gerarChave>");
+    Passa();
+    EXPECT_TRUE(Le(u"RETORNO/0000001235-ret-gerar-chave.err"_s).contains("da emiss"));
 }
 
 // From Validar the text is converted and validated, not sent; a failed one goes to Erro.
