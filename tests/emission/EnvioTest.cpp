@@ -240,6 +240,15 @@ TEST_P(BancoMorto, NenhumaVendaPerdidaNemFinalizadaSemAutorizacao) {
 
 // An empty list or an unknown number ends quietly, one not a number is shown. The list, rebuilt
 // after each sale, goes on after a finished one or one without date or time, stops at any other.
+// A call that failed leaves the sale for the resend; any other final outcome finishes it.
+TEST_P(EnvioTest, SoErroAoInvocarNaoFinaliza) {
+    Venda(301, 301);
+    Venda(302, 302);
+    ConcluiVenda(*s, {}, 301, u"Erro ao invocar o serviço"_s);
+    ConcluiVenda(*s, {}, 302, u"Autorizado o uso da NF-e"_s);
+    EXPECT_EQ(Estados(301, 302), u"5|1 1|1"_s);
+}
+
 TEST_P(EnvioTest, SegueAFilaAteUmDesfechoNaoFinal) {
     for (int n = 1001; n <= 1005; ++n)
         Venda(n, n - 924);

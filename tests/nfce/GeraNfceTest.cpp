@@ -268,6 +268,8 @@ TEST_P(GeraNfceTest, EntradasHostisDaoOQueAsRegrasDizem) {
          "21.15|42.30|SEM GTIN||2.000|21.15|0.00||0.00||1||||\r\nM||\r\nN|\r\nQ|\r\n"},
         {{}, u"UPDATE vendas SET Dinheiro = '50,00'"_s, "DINHEIRO|50.00|||||\r\nYA09|7.70|\r\n"},
         {{}, u"UPDATE vendas SET Dinheiro = NULL"_s, "X|9|\r\nYA|1|99|OUTROS|42.30|||||\r\nZ|"},
+        // A half cent of the item's total goes up.
+        {{}, u"UPDATE itens SET valor = 0.125, quant = 1"_s, "|0.13|SEM GTIN||1.000|"},
         {{},
          u"UPDATE vendas SET Dinheiro = '-5'"_s,
          "X|9|\r\nYA|1|99|OUTROS|5.00|||||\r\nYA|1|99|OUTROS|42.30|||||\r\nZ|"},
