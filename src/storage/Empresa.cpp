@@ -8,7 +8,6 @@
 #include "storage/ErroExecucao.h"
 
 #include <QDir>
-#include <QFile>
 #include <algorithm>
 #include <cmath>
 
@@ -52,14 +51,42 @@ bool UfValida(const QString& uf) {
 
 // Every line of the record ends with CR LF: a file that does not was cut while written.
 // "" also when the file cannot be read, which the reader reports itself.
-QString Integridade(const QString& caminho) {
-    QFile arquivo(caminho);
-    if (!arquivo.open(QIODevice::ReadOnly)) return {};
-    if (arquivo.size() == 0) return u"o arquivo está vazio"_s;
-    if (!arquivo.seek(arquivo.size() - 1) || arquivo.read(1) != "\n")
-        return u"o arquivo está cortado (a última linha não termina)"_s;
+QString Integridade(QByteArrayView dados) {
+    if (dados.isEmpty()) return u"o arquivo está vazio"_s;
+    if (!dados.endsWith('\n')) return u"o arquivo está cortado (a última linha não termina)"_s;
     return {};
 }
+
+// The record's keys, all from one reading of the file.
+struct Registro {
+    explicit Registro(const QString& pasta)
+        : caminho(Caminho(pasta, u"Empresa.Bin"_s)), dados(BytesDoAjuste(caminho)) {}
+    // The file as errors name it.
+    QString Origem() const { return QDir::toNativeSeparators(caminho); }
+    QString Valor(const QString& chave) const {
+        return ValorDaChave(dados, chave, Cifra::Empresa, Origem());
+    }
+    Empresa Carrega() const {
+        Empresa e;
+        e.Cnpj = Valor(u"CNPJ"_s);
+        e.Nome = Valor(u"NOME"_s);
+        e.Serie = SerieTresDigitos(Valor(u"SERIE"_s));
+        e.CodMunicipio = Valor(u"CODMUNICIPIO"_s);
+        e.Ie = Valor(u"IE"_s);
+        e.Endereco = Valor(u"ENDERECO"_s);
+        e.Numero = Valor(u"NUMERO"_s);
+        e.Complemento = Valor(u"COMPLEMENTO"_s);
+        e.Bairro = Valor(u"BAIRRO"_s);
+        e.Cidade = Valor(u"CIDADE"_s);
+        e.Uf = Valor(u"UF"_s);
+        e.Telefone = Valor(u"TELEFONE"_s);
+        e.Cep = Valor(u"CEP"_s);
+        return e;
+    }
+
+    QString caminho;
+    QByteArray dados;
+};
 
 // What makes the record unfit for documents; "" when nothing does.
 QString Problema(const Empresa& e, const QString& serie) {
@@ -81,31 +108,16 @@ QString Problema(const Empresa& e, const QString& serie) {
 } // namespace
 
 Empresa CarregaEmpresa(const QString& pasta) {
-    Empresa e;
-    e.Cnpj = LerEmpresa(pasta, QStringLiteral("CNPJ"));
-    e.Nome = LerEmpresa(pasta, QStringLiteral("NOME"));
-    e.Serie = SerieTresDigitos(LerEmpresa(pasta, QStringLiteral("SERIE")));
-    e.CodMunicipio = LerEmpresa(pasta, QStringLiteral("CODMUNICIPIO"));
-    e.Ie = LerEmpresa(pasta, QStringLiteral("IE"));
-    e.Endereco = LerEmpresa(pasta, QStringLiteral("ENDERECO"));
-    e.Numero = LerEmpresa(pasta, QStringLiteral("NUMERO"));
-    e.Complemento = LerEmpresa(pasta, QStringLiteral("COMPLEMENTO"));
-    e.Bairro = LerEmpresa(pasta, QStringLiteral("BAIRRO"));
-    e.Cidade = LerEmpresa(pasta, QStringLiteral("CIDADE"));
-    e.Uf = LerEmpresa(pasta, QStringLiteral("UF"));
-    e.Telefone = LerEmpresa(pasta, QStringLiteral("TELEFONE"));
-    e.Cep = LerEmpresa(pasta, QStringLiteral("CEP"));
-    return e;
+    return Registro(pasta).Carrega();
 }
 
 void VerificaEmpresa(const QString& pasta) {
-    const QString caminho = Caminho(pasta, u"Empresa.Bin"_s);
-    QString problema = Integridade(caminho);
-    if (problema.isEmpty())
-        problema = Problema(CarregaEmpresa(pasta), LerEmpresa(pasta, u"SERIE"_s));
+    const Registro registro(pasta);
+    QString problema = Integridade(registro.dados);
+    if (problema.isEmpty()) problema = Problema(registro.Carrega(), registro.Valor(u"SERIE"_s));
     if (!problema.isEmpty())
-        throw ErroExecucao(ErroArgumentoInvalido, u"Empresa.Bin inválido: %1 (%2)"_s.arg(
-                                                      problema, QDir::toNativeSeparators(caminho)));
+        throw ErroExecucao(ErroArgumentoInvalido,
+                           u"Empresa.Bin inválido: %1 (%2)"_s.arg(problema, registro.Origem()));
 }
 
 void GravaRegistroEmpresa(const QString& pasta, const QStringList& linhas) {
@@ -116,8 +128,8 @@ void GravaRegistroEmpresa(const QString& pasta, const QStringList& linhas) {
 }
 
 QStringList DecifraRegistroEmpresa(const QString& pasta) {
-    const QString caminho = Caminho(pasta, u"Empresa.Bin"_s);
-    return LinhasDoRegistro(BytesDoAjuste(caminho), QDir::toNativeSeparators(caminho));
+    const Registro registro(pasta);
+    return LinhasDoRegistro(registro.dados, registro.Origem());
 }
 
 } // namespace nfce

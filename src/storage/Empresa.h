@@ -21,7 +21,8 @@ struct Empresa {
     QString Cep;
 };
 
-// Reads the record's keys, each from the file afresh; a missing key is "", a missing series "000".
+// Reads the record's keys from one reading of the file; a missing key is "", a missing series
+// "000".
 // Errors of the reader (53, 5) go to the caller.
 Empresa CarregaEmpresa(const QString& pastaPrograma);
 
