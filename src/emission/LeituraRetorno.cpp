@@ -43,9 +43,8 @@ QString LeChaveNfe(Servidor& s) {
     const bool achou = Sonda(
         s.ambiente, 3, {{Passo::Bombeia}, {Passo::Olha}, {Passo::AguardaSeNaoAchou, 0.5}}, [&] {
             resposta = arquivos.NoRetorno(nome);
-            if (RespostaPresente(s, resposta))
-                lida = ChaveDaConversao(ConteudoDoArquivo(resposta), v.CnpjEmpresa, v.SerieNfce,
-                                        v.NumNfce);
+            lida =
+                ChaveDaConversao(RespostaLida(s, resposta), v.CnpjEmpresa, v.SerieNfce, v.NumNfce);
             return !Vazio(lida.chave);
         });
     if (!achou) return {};

@@ -31,8 +31,7 @@ QString LeChave(Servidor& s, qint32 nNF, const QString& sufixo, LeituraDaChave l
     const bool achou =
         Sonda(s.ambiente, 10, {{Passo::Bombeia}, {Passo::Olha}, {Passo::Aguarda, intervalo}}, [&] {
             resposta = ArquivosDaVenda(s).DaPastaDaEmpresa(nome);
-            if (RespostaPresente(s, resposta))
-                lida = leitura(ConteudoDoArquivo(resposta), s.empresa.Cnpj, s.empresa.Serie, nNF);
+            lida = leitura(RespostaLida(s, resposta), s.empresa.Cnpj, s.empresa.Serie, nNF);
             return !Vazio(lida.chave);
         });
     if (!achou) return {};
